@@ -3,9 +3,9 @@
 
 #include <xcb/randr.h>
 #include <xcb/res.h>
-#include <xcb/xkb.h>
 
 #include "platform/x11/reply.h"
+#include "platform/x11/xkb_protocol.h"
 
 namespace tilora::x11 {
 
