@@ -1,0 +1,68 @@
+# The everyday commands. Each one installs what it needs first, when something is missing, and builds what it runs.
+.DEFAULT_GOAL := all
+
+BUILD := build/release
+INSTALL := tools/install-dependencies.sh
+SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
+
+.PHONY: all run test test-desktops sanitize bench format check-format tidy clean
+
+## Builds everything.
+all:
+	@$(INSTALL) build
+	@cmake --preset release
+	@cmake --build --preset release
+
+## Starts Tilora on this desktop; without one, shows it on a virtual desktop and checks what it does.
+run:
+	@$(INSTALL) build
+	@cmake --preset release
+	@cmake --build --preset release --target everyday
+	@tools/run.sh $(BUILD)/bin
+
+## Every test that a change has to pass.
+test:
+	@$(INSTALL) build test
+	@cmake --preset release
+	@cmake --build --preset release
+	@ctest --preset release --label-exclude extra-desktop
+
+## The desktop suite on all nine window managers.
+test-desktops:
+	@$(INSTALL) build test desktops
+	@cmake --preset release
+	@cmake --build --preset release
+	@ctest --preset release --label-regex desktop
+
+## The tests under the address and undefined-behaviour sanitizers.
+sanitize:
+	@$(INSTALL) build test
+	@cmake --preset sanitize
+	@cmake --build --preset sanitize
+	@ctest --preset sanitize --label-exclude extra-desktop
+
+## Builds and runs the benchmarks.
+bench:
+	@$(INSTALL) build bench
+	@cmake --preset bench
+	@cmake --build --preset bench
+	@for program in build/bench/bench/*_bench; do echo "$$program"; "$$program" || exit 1; done
+
+## Formats every source file in place.
+format:
+	@$(INSTALL) check
+	@clang-format -i $(SOURCES)
+
+## Says which source files are not formatted.
+check-format:
+	@$(INSTALL) check
+	@clang-format --dry-run --Werror $(SOURCES)
+
+## The static checks of .clang-tidy on every source file.
+tidy:
+	@$(INSTALL) build check
+	@cmake --preset release
+	@tools/tidy.sh $(BUILD)
+
+clean:
+	@rm -rf build out

@@ -1,0 +1,89 @@
+#!/bin/sh
+# Installs what building, running, testing or checking Tilora needs and what is not there yet, with apt or Homebrew.
+# Usage: install-dependencies.sh [build|run|test|desktops|bench|check|all]...    (build when nothing is named)
+set -eu
+
+debian_packages() {
+  case $1 in
+    build)
+      echo cmake ninja-build pkg-config qt6-base-dev libicu-dev nlohmann-json3-dev libgtest-dev libgmock-dev libpng-dev
+      echo libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-randr0-dev libxcb-res0-dev libxcb-xkb-dev libxcb-xtest0-dev
+      echo libxcb-keysyms1-dev libxkbcommon-dev libxkbcommon-x11-dev
+      command -v c++ >/dev/null 2>&1 || echo g++
+      ;;
+    # A small desktop: an X server in memory, a window manager, a panel, and programs of three toolkits.
+    run)
+      echo xvfb x11-xserver-utils x11-xkb-utils openbox tint2 xterm mousepad featherpad
+      echo dbus-daemon fonts-dejavu-core adwaita-icon-theme
+      ;;
+    test) debian_packages run; echo xfwm4 icewm marco mate-settings-daemon-common mate-desktop-common metacity ;;
+    desktops) debian_packages test; echo fluxbox jwm kwin-x11 mutter ;;
+    bench) debian_packages desktops; echo libbenchmark-dev ;;
+    check) echo clang clang-format clang-tidy ;;
+  esac
+}
+
+homebrew_packages() {
+  case $1 in
+    build) echo cmake ninja pkg-config qt icu4c nlohmann-json googletest ;;
+    run | test | desktops) ;;
+    bench) echo google-benchmark ;;
+    check) echo llvm clang-format ;;
+  esac
+}
+
+# The packages of all the named groups, one a line, each once.
+wanted() {
+  for group in "$@"; do "$packages_of" "$group" | tr ' ' '\n'; done | sort -u
+}
+
+debian_missing() {
+  for package in $(wanted "$@"); do
+    state=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) || state=none
+    [ "$state" = installed ] || echo "$package"
+  done
+}
+
+homebrew_missing() {
+  for package in $(wanted "$@"); do
+    brew list --versions "$package" >/dev/null 2>&1 || echo "$package"
+  done
+}
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+give_up() {
+  printf 'install-dependencies.sh: %s\nInstall these packages by hand, then try again:\n%s\n' "$1" "$missing" >&2
+  exit 1
+}
+
+[ $# -gt 0 ] || set -- build
+for group in "$@"; do
+  case $group in
+    build | run | test | desktops | bench | check | all) ;;
+    *) echo "install-dependencies.sh: there is no group \"$group\"" >&2; exit 2 ;;
+  esac
+done
+case " $* " in *" all "*) set -- build run test desktops bench check ;; esac
+
+if command -v apt-get >/dev/null 2>&1; then
+  packages_of=debian_packages
+  missing=$(debian_missing "$@")
+  [ -n "$missing" ] || exit 0
+  [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null 2>&1 || give_up "packages are missing, and neither root nor sudo is at hand."
+  echo "Installing:" $missing
+  as_root apt-get update -q || give_up "the list of packages cannot be brought up to date."
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing || give_up "apt-get failed."
+elif command -v brew >/dev/null 2>&1; then
+  packages_of=homebrew_packages
+  missing=$(homebrew_missing "$@")
+  [ -n "$missing" ] || exit 0
+  echo "Installing:" $missing
+  brew install $missing || give_up "Homebrew failed."
+else
+  packages_of=debian_packages
+  missing=$(wanted "$@")
+  give_up "neither apt-get nor Homebrew is here."
+fi

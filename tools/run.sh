@@ -1,0 +1,17 @@
+#!/bin/sh
+# Starts Tilora on the desktop that this shell belongs to; where there is none, tours it on a virtual one.
+# Usage: run.sh PROGRAM_FOLDER
+set -eu
+
+programs=${1:?usage: run.sh PROGRAM_FOLDER}
+if [ "$(uname -s)" != Linux ]; then
+  echo "There is no Tilora for $(uname -s) yet; its tests run with: make test" >&2
+  exit 1
+fi
+if "$programs/tilora-tour" --is-there-a-desktop; then
+  echo "Starting Tilora on this desktop. It ends with Ctrl+C, and every window it hid comes back then."
+  exec "$programs/tilora"
+fi
+echo "There is no X11 desktop here, so Tilora is shown on a virtual one."
+"$(dirname "$0")/install-dependencies.sh" run
+exec "$programs/tilora-tour" out/tour
