@@ -1,0 +1,166 @@
+// One window of another program, as far as the server and the window manager have told of it.
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <bitset>
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/accessibility.h"
+#include "platform/x11/values.h"
+
+namespace tilora::x11 {
+
+/// _NET_WM_WINDOW_TYPE, as far as it is told apart here.
+enum class WindowType : std::uint8_t { unset, normal, dialog, palette, desktop, dock, other };
+
+/// The members of _NET_WM_STATE in use.
+struct WindowStates {
+  bool hidden = false;
+  bool fullscreen = false;
+  bool maximizedHorizontally = false;
+  bool maximizedVertically = false;
+  bool skipTaskbar = false;
+
+  bool maximized() const { return maximizedHorizontally || maximizedVertically; }
+  bool operator==(const WindowStates&) const = default;
+};
+
+/// Why Tilora keeps a window iconic. Stored on the window itself as a mask, so that it outlives the program.
+struct HideMarks {
+  bool application = false;
+  bool window = false;
+
+  bool any() const { return application || window; }
+  std::uint32_t mask() const { return (application ? 1U : 0U) | (window ? 2U : 0U); }
+  bool operator==(const HideMarks&) const = default;
+};
+
+/// _NET_WM_STRUT_PARTIAL: pixels from each edge of the root window, and the ranges along it, both ends included.
+struct Strut {
+  int left = 0;
+  int right = 0;
+  int top = 0;
+  int bottom = 0;
+  int leftStart = 0, leftEnd = 0;
+  int rightStart = 0, rightEnd = 0;
+  int topStart = 0, topEnd = 0;
+  int bottomStart = 0, bottomEnd = 0;
+
+  bool operator==(const Strut&) const = default;
+};
+
+/// What is read of a window; each can be refreshed alone.
+enum class Field : std::uint8_t {
+  classes,
+  machine,
+  leader,
+  applicationId,
+  processId,
+  clientId,
+  type,
+  transientFor,
+  states,
+  allowedActions,
+  desktop,
+  decoration,
+  shadow,
+  sizeHints,
+  name,
+  legacyName,
+  role,
+  marks,
+  strutPartial,
+  strut,
+  size,
+  position,
+};
+
+inline constexpr std::size_t fieldCount = 22;
+
+/// The requests about a window that the window manager has not answered yet, and what came of the earlier ones.
+struct PendingFrame {
+  /// Written in this turn; root coordinates.
+  std::optional<Point> position;
+  std::optional<Size> size;
+  /// The visible frame asked for last, and whether its size was part of the request.
+  std::optional<PixelRect> target;
+  bool sized = false;
+  /// What the window made of it, once that was asked for twice.
+  std::optional<PixelRect> accepted;
+  /// What it was when the request was repeated.
+  std::optional<PixelRect> repeatedFrom;
+  int attempts = 0;
+  int quietPasses = 0;
+  std::chrono::steady_clock::time_point sentAt;
+};
+
+/// The change of the iconic state that was asked for and has not shown yet.
+enum class IconRequest : std::uint8_t { none, iconify, restore };
+
+struct ClientWindow {
+  xcb_window_t id = XCB_WINDOW_NONE;
+
+  std::string className;
+  std::string instanceName;
+  std::string machine;
+  std::string applicationId;
+  xcb_window_t leader = XCB_WINDOW_NONE;
+  /// The process that created the window as the server knows it; 0: it does not.
+  std::uint32_t clientProcess = 0;
+  /// What the window itself says; meaningful only together with `machine`. 0: nothing.
+  std::uint32_t declaredProcess = 0;
+
+  WindowType type = WindowType::unset;
+  xcb_window_t transientFor = XCB_WINDOW_NONE;
+  WindowStates states;
+  /// Whether the window manager lists its allowed actions at all, and which of those in use it lists.
+  bool listsActions = false;
+  bool mayMove = false;
+  bool mayResize = false;
+  /// The virtual desktop; absent: on all of them.
+  std::optional<std::uint32_t> desktop;
+  PixelRect client;
+  Extents decoration;
+  Extents shadow;
+  SizeLimits limits;
+  std::optional<std::string> name;
+  std::optional<std::string> legacyName;
+  std::string role;
+  std::optional<Strut> strutPartial;
+  std::optional<Strut> strut;
+
+  /// The requested state; it is on its way to the window, or already there.
+  HideMarks marks;
+  /// What the window's own property holds.
+  HideMarks storedMarks;
+  IconRequest iconRequest = IconRequest::none;
+  std::chrono::steady_clock::time_point iconRequestedAt;
+  /// It was asked to become iconic and did not.
+  bool refusesHiding = false;
+  PendingFrame frame;
+
+  /// The process id of the application that it belongs to; assigned once.
+  ProcessId application = 0;
+  /// Larger: focused more recently; 0: never seen focused.
+  std::uint64_t focusSerial = 0;
+  std::bitset<fieldCount> stale;
+  bool isGone = false;
+
+  /// Root coordinates.
+  PixelRect visible() const { return visibleFrame(client, decoration, shadow); }
+  bool isTransient() const { return transientFor != XCB_WINDOW_NONE; }
+  /// NORMAL, or nothing said and on its own.
+  bool isNormal() const { return type == WindowType::normal || (type == WindowType::unset && !isTransient()); }
+  /// An ordinary window of the user's, its dialogs and palettes included: what hiding an application takes away.
+  bool isOrdinary() const { return type != WindowType::desktop && type != WindowType::dock && type != WindowType::other; }
+  /// Iconic by somebody else's wish.
+  bool isMinimizedByUser() const { return states.hidden && !marks.any() && iconRequest != IconRequest::restore; }
+  bool isOn(std::uint32_t currentDesktop) const { return !desktop || *desktop == currentDesktop; }
+};
+
+}  // namespace tilora::x11
