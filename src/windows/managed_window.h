@@ -1,0 +1,40 @@
+// The records of one scan: a window under management, and the attributes that its identity is built from.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/accessibility.h"
+#include "platform/screens.h"
+#include "windows/window_key.h"
+
+namespace tilora {
+
+/// The raw attributes of one eligible window. It lives no longer than the scan that made it.
+struct WindowIdentitySeed {
+  WindowKey key;
+  Element window;
+  /// The screen that contains the window; never null.
+  ScreenRef screen;
+  /// "AXRole"; "AXWindow" when unreadable.
+  std::string role;
+  /// "AXSubrole"; "<none>" when unreadable.
+  std::string subrole;
+  /// "AXIdentifier", normalised; absent when missing or blank.
+  std::optional<std::string> axIdentifier;
+  /// "AXTitle" without white space at its ends, in its own case; "<untitled>" when missing or blank.
+  std::string title;
+};
+
+/// One window under management. It lives no longer than the scan that made it.
+struct ManagedWindow {
+  WindowKey key;
+  Element window;
+  ScreenRef screen;
+  /// Names the owning application.
+  std::string appIdentifier;
+  /// Names the window within its application, also after a restart of either.
+  std::string windowIdentity;
+};
+
+}  // namespace tilora

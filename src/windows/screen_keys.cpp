@@ -1,0 +1,75 @@
+// Which screen a window is on, and the names under which screens are remembered.
+#include "windows/screen_keys.h"
+
+#include <cmath>
+#include <cstdint>
+#include <unordered_map>
+
+#include "windows/attribute_readers.h"
+#include "windows/checked_number.h"
+#include "windows/coordinates.h"
+
+namespace tilora {
+namespace {
+
+ScreenRef screenAt(Point point, const std::vector<ScreenRef>& screens) {
+  for (const auto& screen : screens) {
+    if (screen->frame.contains(point)) return screen;
+  }
+  return nullptr;
+}
+
+ScreenRef fallbackScreen(Screens& screens) {
+  if (auto main = screens.mainScreen()) return main;
+  const auto& all = screens.screens();
+  return all.empty() ? nullptr : all.front();
+}
+
+}  // namespace
+
+ScreenRef screenOf(const AccessibilityElement& window, Screens& screens) {
+  const auto position = readPoint(window, AttributeName::position);
+  const auto size = readSize(window, AttributeName::size);
+  if (!position || !size) return fallbackScreen(screens);
+  const auto& all = screens.screens();
+  const Rect rect = screenRect({position->x, position->y, size->width, size->height}, topEdge(all));
+  if (auto screen = screenAt({rect.midX(), rect.midY()}, all)) return screen;
+  return fallbackScreen(screens);
+}
+
+std::string screenKey(const Screen& screen) {
+  if (screen.number) return "display:" + std::to_string(static_cast<std::uint32_t>(*screen.number));
+  const double left = std::floor(screen.frame.minX());
+  const double bottom = std::floor(screen.frame.minY());
+  std::string key = "frame:";
+  key += std::to_string(checkedWholeNumber(left)) + ':';
+  key += std::to_string(checkedWholeNumber(bottom)) + ':';
+  key += std::to_string(checkedWholeNumber(std::ceil(screen.frame.maxX()) - left)) + ':';
+  key += std::to_string(checkedWholeNumber(std::ceil(screen.frame.maxY()) - bottom));
+  return key;
+}
+
+std::vector<ScreenGroup> groupByScreen(const std::vector<ManagedWindow>& windows) {
+  std::vector<ScreenGroup> groups;
+  std::unordered_map<std::string, std::size_t> groupOfKey;
+  std::unordered_map<const Screen*, std::size_t> groupOfScreen;
+  for (const auto& window : windows) {
+    auto known = groupOfScreen.find(window.screen.get());
+    if (known == groupOfScreen.end()) {
+      const auto [group, isNew] = groupOfKey.try_emplace(screenKey(*window.screen), groups.size());
+      if (isNew) groups.push_back({group->first, {}});
+      known = groupOfScreen.emplace(window.screen.get(), group->second).first;
+    }
+    groups[known->second].windows.push_back(&window);
+  }
+  return groups;
+}
+
+WindowKeySet keySet(const std::vector<ManagedWindow>& windows) {
+  WindowKeySet keys;
+  keys.reserve(windows.size());
+  for (const auto& window : windows) keys.insert(window.key);
+  return keys;
+}
+
+}  // namespace tilora
