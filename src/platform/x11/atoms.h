@@ -7,6 +7,10 @@ namespace tilora::x11 {
 
 // clang-format off
 #define TILORA_X11_ATOMS(X)             \
+  X(Alt)                                \
+  X(NumLock)                            \
+  X(ScrollLock)                         \
+  X(Super)                              \
   X(UTF8_STRING)                        \
   X(COMPOUND_TEXT)                      \
   X(MANAGER)                            \

@@ -1,0 +1,27 @@
+// Querying the pointer.
+#include "platform/x11/pointer.h"
+
+#include "platform/x11/hot_keys.h"
+#include "platform/x11/reply.h"
+
+namespace tilora::x11 {
+
+std::uint64_t X11Pointer::pressedButtons() {
+  xcb_connection_t* xcb = connection_.xcb();
+  const Reply<xcb_query_pointer_reply_t> reply{xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, connection_.root()), nullptr)};
+  if (!reply) return 0;
+  constexpr std::uint64_t primary = 1;
+  constexpr std::uint64_t secondary = 2;
+  constexpr std::uint64_t middle = 4;
+  // Buttons are logical: the server has already applied a left-handed mapping.
+  const unsigned mask = reply->mask;
+  const unsigned movers = unsigned{hotKeys_.keymap().alt()} | hotKeys_.keymap().super();
+  std::uint64_t buttons = 0;
+  if ((mask & XCB_BUTTON_MASK_1) != 0) buttons |= primary;
+  if ((mask & XCB_BUTTON_MASK_3) != 0) buttons |= secondary;
+  if ((mask & XCB_BUTTON_MASK_2) != 0) buttons |= middle;
+  if ((buttons & (secondary | middle)) != 0 && (mask & movers) != 0) buttons |= primary;
+  return buttons;
+}
+
+}  // namespace tilora::x11

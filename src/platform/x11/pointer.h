@@ -1,0 +1,26 @@
+// The pointer's buttons, asked from the server.
+#pragma once
+
+#include "platform/pointer.h"
+#include "platform/x11/connection.h"
+
+namespace tilora::x11 {
+
+class X11HotKeys;
+
+/// The buttons as NSEvent numbers them: bit 0 the primary, bit 1 the secondary, bit 2 the middle one. Bit 0 is also set while the second or
+/// third button is held with Alt or Super, which is how window managers move and resize a window.
+class X11Pointer : public Pointer {
+ public:
+  /// `hotKeys` knows which modifiers carry Alt and Super. Both references must outlive it.
+  X11Pointer(Connection& connection, const X11HotKeys& hotKeys) : connection_(connection), hotKeys_(hotKeys) {}
+
+  /// One round trip. No button when the server does not answer.
+  std::uint64_t pressedButtons() override;
+
+ private:
+  Connection& connection_;
+  const X11HotKeys& hotKeys_;
+};
+
+}  // namespace tilora::x11
