@@ -1,0 +1,70 @@
+// The X11 desktop: the engine's interfaces over any EWMH window manager.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/accessibility.h"
+#include "platform/hot_keys.h"
+#include "platform/key_monitor.h"
+#include "platform/main_queue.h"
+#include "platform/pointer.h"
+#include "platform/screens.h"
+#include "platform/trust.h"
+#include "platform/window_server.h"
+#include "platform/workspace.h"
+#include "platform/x11/connection.h"
+#include "platform/x11/instance.h"
+
+namespace tilora::x11 {
+
+/// The user's word on whether Tilora may control the windows of this desktop.
+class Consent {
+ public:
+  virtual ~Consent() = default;
+
+  /// Cheap: asked four times a second.
+  virtual bool isGiven() = 0;
+  /// Asks the user, without waiting for the answer. With `missing`, tells instead what this session lacks, one sentence each. Does nothing
+  /// while the user is being asked.
+  virtual void ask(const std::vector<std::string>& missing) = 0;
+};
+
+/// Follows one X server. What the engine writes in one turn of the event loop leaves as one transaction at `endTurn`; reads answer from what
+/// events have told, writes of this turn included. Main thread only.
+class X11Desktop {
+ public:
+  /// Reads the desktop. Everything given must outlive it.
+  X11Desktop(Connection& connection, Instance& instance, MainQueue& mainQueue, Consent& consent);
+  X11Desktop(const X11Desktop&) = delete;
+  X11Desktop& operator=(const X11Desktop&) = delete;
+  /// Leaves hidden windows hidden; `showHiddenWindows` is for a clean end.
+  ~X11Desktop();
+
+  Accessibility& accessibility();
+  Workspace& workspace();
+  Screens& screens();
+  Pointer& pointer();
+  WindowServer& windowServer();
+  Trust& trust();
+  HotKeys& hotKeys();
+  KeyMonitor& keyMonitor();
+
+  /// The socket to watch for reading.
+  int fileDescriptor() const;
+  /// Takes in every event that has arrived and calls whom it concerns. False: the connection is lost.
+  bool dispatch();
+  /// Sends what was written since the last call. To be called before the event loop waits; takes in events that arrived meanwhile. False: the
+  /// connection is lost.
+  bool endTurn();
+  /// Shows every window that Tilora hid, each on its own desktop, and returns when the server has all of it. Keeps the current desktop, the
+  /// stacking and the focus.
+  void showHiddenWindows();
+
+ private:
+  class Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace tilora::x11
