@@ -31,8 +31,9 @@ bool askToStart(QMessageBox& box) {
   box.setInformativeText(
       QStringLiteral("Tilora shows one window or a pair on each screen and hides the rest. They return when you switch to them, or when "
                      "you quit."));
-  const auto* start = box.addButton(QStringLiteral("Start"), QMessageBox::AcceptRole);
+  auto* start = box.addButton(QStringLiteral("Start"), QMessageBox::AcceptRole);
   box.addButton(QStringLiteral("Not Now"), QMessageBox::RejectRole);
+  box.setDefaultButton(start);
   box.exec();
   return box.clickedButton() == start;
 }

@@ -26,7 +26,10 @@ enum class Key : std::uint8_t {
   leftAlt = 64,       // LALT
   space = 65,         // SPCE
   capsLock = 66,      // CAPS
+  f4 = 70,            // FK04
   numLock = 77,       // NMLK
+  leftArrow = 113,    // LEFT
+  rightArrow = 114,   // RGHT
   leftSuper = 133,    // LWIN
 };
 

@@ -1,0 +1,12 @@
+// The resident process on the desktop of this session. Each system has its own; the build picks it.
+#pragma once
+
+#include <QCoreApplication>
+
+namespace tilora::app {
+
+/// Runs Tilora until it is asked to end, and answers the exit status: 0 after a clean end and when a copy runs already, 1 when there is no
+/// desktop or it went away. To be called once, before the event loop of `application` runs.
+int runProgram(QCoreApplication& application);
+
+}  // namespace tilora::app

@@ -1,0 +1,108 @@
+// The resident process on an X11 desktop. It links no toolkit: what it shows, it shows from a process of its own.
+#include <QAbstractEventDispatcher>
+#include <QSocketNotifier>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+
+#include "app/background_shell.h"
+#include "app/consent_request.h"
+#include "app/program.h"
+#include "app/qt_main_queue.h"
+#include "app/stored_consent.h"
+#include "app/termination_signals.h"
+#include "controller/window_manager_controller.h"
+#include "platform/x11/x11_desktop.h"
+#include "platform/xdg/autostart_entry.h"
+#include "platform/xdg/base_directories.h"
+#include "platform/xdg/settings_file.h"
+
+namespace tilora::app {
+namespace {
+
+/// Empty when this user has no place for such files.
+std::filesystem::path configurationFile(const char* name) {
+  const std::filesystem::path folder = xdg::tiloraConfiguration();
+  return folder.empty() ? folder : folder / name;
+}
+
+/// The desktop, its services and the controller over them, connected to Qt's event loop.
+class X11Program {
+ public:
+  X11Program(x11::Connection& connection, x11::Instance& instance) : desktop_(connection, instance, mainQueue_, consent_) {
+    instance.onLost([] { QCoreApplication::exit(0); });
+  }
+
+  /// Runs the event loop until somebody asks the program to end or the connection is lost.
+  int run() {
+    const TerminationSignals signals([] { QCoreApplication::exit(0); });
+    const QSocketNotifier arrivals(desktop_.fileDescriptor(), QSocketNotifier::Read);
+    QObject::connect(&arrivals, &QSocketNotifier::activated, &arrivals, [this] { exitUnless(desktop_.dispatch()); });
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &arrivals,
+                     [this] { exitUnless(desktop_.endTurn()); });
+    controller_.emplace(parts());
+    const int status = QCoreApplication::exec();
+    controller_.reset();
+    if (status == 0) desktop_.showHiddenWindows();
+    return status;
+  }
+
+ private:
+  Desktop parts() {
+    return {.ownProcessId = static_cast<ProcessId>(QCoreApplication::applicationPid()),
+            .accessibility = desktop_.accessibility(),
+            .workspace = desktop_.workspace(),
+            .screens = desktop_.screens(),
+            .pointer = desktop_.pointer(),
+            .windowServer = desktop_.windowServer(),
+            .trust = desktop_.trust(),
+            .hotKeys = desktop_.hotKeys(),
+            .keyMonitor = desktop_.keyMonitor(),
+            .loginItem = loginItem_,
+            .settings = settings_,
+            .mainQueue = mainQueue_,
+            .shell = shell_};
+  }
+
+  static void exitUnless(bool connected) {
+    if (!connected) QCoreApplication::exit(1);
+  }
+
+  // In the order in which each needs the ones before it; the settings are the last to go, and wait for the disk.
+  xdg::SettingsFile settings_{configurationFile("settings.json")};
+  xdg::SettingsFile consentStore_{configurationFile("consent.json")};
+  xdg::AutostartEntry loginItem_{xdg::autostartFile(), xdg::runningProgram()};
+  QtMainQueue mainQueue_;
+  BackgroundShell shell_;
+  ConsentRequest consentRequest_;
+  StoredConsent consent_{consentStore_, consentRequest_};
+  x11::X11Desktop desktop_;
+  std::optional<WindowManagerController> controller_;
+};
+
+int fail(const char* why) {
+  std::fprintf(stderr, "tilora: %s\n", why);
+  return 1;
+}
+
+}  // namespace
+
+int runProgram(QCoreApplication&) {
+  // A server that goes away shows as a broken connection, not as a signal.
+  std::signal(SIGPIPE, SIG_IGN);
+  const auto connection = x11::Connection::open();
+  if (!connection) return fail("there is no X server to connect to.");
+  const x11::Instance::Start start = x11::Instance::acquire(*connection);
+  switch (start.outcome) {
+    case x11::Instance::Outcome::acquired:
+      return X11Program(*connection, *start.instance).run();
+    case x11::Instance::Outcome::alreadyRunning:
+      return 0;
+    case x11::Instance::Outcome::failed:
+      break;
+  }
+  return fail("the X server does not answer.");
+}
+
+}  // namespace tilora::app

@@ -1,0 +1,92 @@
+// A small desktop in the memory of an X server: a window manager, a panel with a taskbar and a tray, and real programs.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <list>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "harness/display.h"
+#include "harness/input.h"
+#include "harness/server.h"
+#include "harness/session.h"
+#include "harness/window_manager.h"
+#include "place.h"
+
+namespace tilora::tour {
+
+/// Why the tour cannot go on, as a sentence for the user.
+class Failure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// The user asked the tour to end.
+class Interrupted : public std::exception {};
+
+/// Makes SIGINT, SIGTERM and SIGHUP end the next wait with `Interrupted` instead of ending the process, so that everything is cleaned up.
+void endWaitsOnSignals();
+
+/// A program of the desktop with its one window.
+struct Program {
+  /// In a sentence: "the terminal".
+  std::string name;
+  /// The class in the WM_CLASS of its window, and the window itself.
+  std::string className;
+  std::vector<std::string> command;
+  std::optional<harness::ManagedProcess> process;
+  xcb_window_t window = XCB_WINDOW_NONE;
+};
+
+/// Everything on it ends with it, and it has a home directory of its own: nothing of the real user's is read or changed.
+class EmbeddedDesktop {
+ public:
+  /// Starts the server, the window manager and the panel.
+  EmbeddedDesktop();
+
+  harness::Display& display() { return display_; }
+  harness::Session& session() { return session_; }
+  harness::Keyboard& keyboard() { return keyboard_; }
+  harness::PointerDevice& pointer() { return pointer_; }
+
+  /// The monitor that is there from the beginning, and the one that can be added at its right.
+  static constexpr harness::PixelRect firstMonitor = {0, 0, 1280, 800};
+  static constexpr harness::PixelRect secondMonitor = {1280, 0, 960, 800};
+  void addSecondMonitor();
+  /// All that the monitors show.
+  harness::PixelRect visibleArea();
+
+  /// Starts a program and waits until its window is there and has the keyboard. The program stays at its address.
+  Program& start(std::string name, std::string className, std::vector<std::string> command);
+  /// Closes the window from the keyboard, waits for the end of the program, and starts it again.
+  void restart(Program& program);
+  /// Clicks a program's button in the taskbar.
+  void clickInTaskbar(const Program& program);
+  /// In the order of the taskbar.
+  const std::list<Program>& programs() const { return programs_; }
+
+  /// Waits until `holds`; false when it does not in time.
+  bool waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds deadline = harness::defaultDeadline);
+  /// Writes a picture of the monitors, once the programs have stopped painting.
+  void takePicture(const std::filesystem::path& file);
+
+ private:
+  void startPanel();
+  void open(Program& program);
+  /// The shown window of that class that has the keyboard and is not among `before`; none when there is none.
+  xcb_window_t newWindowOf(const std::string& className, const std::vector<xcb_window_t>& before);
+
+  harness::ServerProcess server_{2240, 800};
+  harness::Session session_{server_.display()};
+  harness::Display display_{server_.display()};
+  harness::Keyboard keyboard_{display_};
+  harness::PointerDevice pointer_{display_};
+  std::optional<harness::WindowManager> windowManager_;
+  std::optional<harness::ManagedProcess> panel_;
+  std::list<Program> programs_;
+};
+
+}  // namespace tilora::tour

@@ -1,0 +1,37 @@
+// Where a window has to be for each placement, worked out here once more and in pixels: what the tour measures Tilora against.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "harness/geometry.h"
+
+namespace tilora::tour {
+
+enum class Place : std::uint8_t { full, left, right, floating };
+
+/// "fills", "is the left half of" and so on, to go before the name of a monitor.
+std::string verbOf(Place place);
+
+/// The four edges of a rectangle on the X screen, in pixels from the top-left of the root; y downwards.
+struct Edges {
+  double left = 0;
+  double top = 0;
+  double right = 0;
+  double bottom = 0;
+};
+
+/// How far a window's width and height step at a time; 0: any pixel.
+struct Steps {
+  int width = 0;
+  int height = 0;
+};
+
+/// The edges for `place` on a monitor of which the panels leave `visible` free, with the gap that Tilora starts with.
+Edges edgesOf(Place place, const harness::PixelRect& visible);
+
+/// Whether a frame has these edges, each rounded to a pixel; one that grows in steps may end up to one step before the right and the bottom
+/// edge.
+bool fits(const harness::PixelRect& frame, const Edges& wanted, const Steps& steps);
+
+}  // namespace tilora::tour
