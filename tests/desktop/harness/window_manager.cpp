@@ -44,6 +44,8 @@ void writeSettings(const TemporaryDirectory& home, bool compositing) {
   home.write("config/glib-2.0/settings/keyfile", "[org/gnome/metacity]\ncompositor='" + std::string(compositing ? "xrender" : "none") +
                                                      "'\n[org/mate/marco/general]\ncompositing-manager=" + on +
                                                      "\nreduced-resources=true\n[org/gnome/desktop/interface]\nenable-animations=false\n");
+  // Without a wallpaper program it would say so in a window of its own.
+  home.write(".fluxbox/overlay", "background: none\n");
   home.write(".icewm/preferences", "ShowTaskBar=0\n");
   home.write(".icewm/startup", "");
 }
@@ -90,7 +92,10 @@ WindowManager::WindowManager(WindowManagerKind kind, Session& session, Display& 
   const Recipe& entry = recipe(kind);
   writeSettings(session.home(), options.compositing);
   if (entry.bus) session.startBus();
-  const std::vector<std::uint32_t> before = display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK");
+  // One that was killed leaves its check window's number behind, and the next one may be given the same.
+  const std::vector<std::uint32_t> before = display.windowManagerName().empty()
+                                                ? std::vector<std::uint32_t>{}
+                                                : display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK");
   process_ = session.start(commandLine(entry, options));
   const auto ready = [&] {
     return display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK") != before && !display.windowManagerName().empty() &&
