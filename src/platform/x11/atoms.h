@@ -31,6 +31,7 @@ namespace tilora::x11 {
   X(_NET_FRAME_EXTENTS)                 \
   X(_NET_MOVERESIZE_WINDOW)             \
   X(_NET_NUMBER_OF_DESKTOPS)            \
+  X(_NET_REQUEST_FRAME_EXTENTS)         \
   X(_NET_RESTACK_WINDOW)                \
   X(_NET_SHOWING_DESKTOP)               \
   X(_NET_SUPPORTED)                     \

@@ -143,6 +143,7 @@ void ClientModel::readRoot(RootField field, const Property& property) {
       return readWindowManager(property.item(XCB_ATOM_WINDOW).value_or(XCB_WINDOW_NONE));
     case RootField::supported:
       facts_.supported = property.items(XCB_ATOM_ATOM);
+      changes_.support = true;
       return;
     case RootField::clientList:
       return readClientList(property.items(XCB_ATOM_WINDOW));
@@ -212,6 +213,11 @@ void ClientModel::readWindowManager(xcb_window_t candidate) {
   }
 }
 
+bool ClientModel::isSettled() const {
+  if (facts_.windowManager == XCB_WINDOW_NONE) return false;
+  return !managerLostAt_ || std::chrono::steady_clock::now() - *managerLostAt_ >= retention;
+}
+
 bool ClientModel::isRetained(const ClientWindow& window) const {
   if (window.isGone) return false;
   if (facts_.windowManager == XCB_WINDOW_NONE) return true;
@@ -249,7 +255,7 @@ ClientWindowRef ClientModel::adopt(xcb_window_t id) {
   xcb_change_window_attributes(connection_.xcb(), id, XCB_CW_EVENT_MASK, &mask);
   window->stale.set();
   stale_.push_back(window);
-  changes_.appeared = true;
+  changes_.appeared.push_back(window);
   return window;
 }
 
@@ -341,6 +347,7 @@ void ClientModel::fetched(const ClientWindowRef& window, Field field) {
     case Field::type:
     case Field::transientFor:
     case Field::desktop:
+    case Field::role:
       changes_.windows = true;
       return;
     default:

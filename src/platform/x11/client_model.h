@@ -36,14 +36,21 @@ struct DesktopFacts {
 /// What changed since it was last asked.
 struct ModelChanges {
   bool windows = false;
-  bool appeared = false;
   bool vanished = false;
   bool active = false;
   bool desktop = false;
   bool struts = false;
   bool windowManager = false;
+  /// What the window manager supports.
+  bool support = false;
+  /// Windows that were listed for the first time.
+  std::vector<ClientWindowRef> appeared;
   /// Windows whose iconic state or frame changed.
   std::vector<ClientWindowRef> touched;
+
+  bool any() const {
+    return windows || vanished || active || desktop || struts || windowManager || support || !appeared.empty() || !touched.empty();
+  }
 };
 
 /// Reads a window once when it is first listed, and after that just what an event says has changed; all requests go out together and the
@@ -59,6 +66,8 @@ class ClientModel {
   /// What changed since the last call.
   ModelChanges takeChanges();
 
+  /// Whether a window manager is there and has had the time to say what it took over from the one before.
+  bool isSettled() const;
   const DesktopFacts& facts() const { return facts_; }
   /// The listed windows in the order of _NET_CLIENT_LIST.
   const std::vector<ClientWindowRef>& windows() const { return windows_; }

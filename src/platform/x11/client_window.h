@@ -82,20 +82,24 @@ enum class Field : std::uint8_t {
 
 inline constexpr std::size_t fieldCount = 22;
 
-/// The requests about a window that the window manager has not answered yet, and what came of the earlier ones.
+/// What was asked of a window's frame, and what came of it.
 struct PendingFrame {
-  /// Written in this turn; root coordinates.
+  /// Written in this turn; accessibility coordinates less the top of all screens, that is root coordinates, not rounded.
   std::optional<Point> position;
   std::optional<Size> size;
-  /// The visible frame asked for last, and whether its size was part of the request.
-  std::optional<PixelRect> target;
-  bool sized = false;
-  /// What the window made of it, once that was asked for twice.
+  /// The visible frame that was requested last, within the window's own limits; root coordinates.
+  std::optional<PixelRect> requested;
+  /// The decorations and shadow that the request reckoned with.
+  Extents decoration;
+  Extents shadow;
+  /// What the window made of the request, and stays.
   std::optional<PixelRect> accepted;
-  /// What it was when the request was repeated.
-  std::optional<PixelRect> repeatedFrom;
+  /// Whether the window has answered the last request.
+  bool answered = true;
   int attempts = 0;
-  int quietPasses = 0;
+  /// The visible frame when it was last looked at, and since when it has stayed so.
+  PixelRect last;
+  std::chrono::steady_clock::time_point unchangedSince;
   std::chrono::steady_clock::time_point sentAt;
 };
 
@@ -140,6 +144,8 @@ struct ClientWindow {
   HideMarks storedMarks;
   IconRequest iconRequest = IconRequest::none;
   std::chrono::steady_clock::time_point iconRequestedAt;
+  /// How often a restore has been asked for without an effect.
+  int restoreAttempts = 0;
   /// It was asked to become iconic and did not.
   bool refusesHiding = false;
   PendingFrame frame;
@@ -148,6 +154,8 @@ struct ClientWindow {
   ProcessId application = 0;
   /// Larger: focused more recently; 0: never seen focused.
   std::uint64_t focusSerial = 0;
+  /// Whether `role` tells it from the other windows of its application and will be the same the next time.
+  bool roleIdentifies = false;
   std::bitset<fieldCount> stale;
   bool isGone = false;
 
@@ -158,8 +166,8 @@ struct ClientWindow {
   bool isNormal() const { return type == WindowType::normal || (type == WindowType::unset && !isTransient()); }
   /// An ordinary window of the user's, its dialogs and palettes included: what hiding an application takes away.
   bool isOrdinary() const { return type != WindowType::desktop && type != WindowType::dock && type != WindowType::other; }
-  /// Iconic by somebody else's wish.
-  bool isMinimizedByUser() const { return states.hidden && !marks.any() && iconRequest != IconRequest::restore; }
+  /// Iconic by somebody else's wish. The stored marks of a window that is to be shown again go when that is asked for.
+  bool isMinimizedByUser() const { return states.hidden && !marks.any() && !storedMarks.any() && iconRequest != IconRequest::restore; }
   bool isOn(std::uint32_t currentDesktop) const { return !desktop || *desktop == currentDesktop; }
 };
 

@@ -6,15 +6,22 @@
 
 namespace tilora::x11 {
 
-std::uint64_t X11Pointer::pressedButtons() {
+std::optional<std::uint16_t> X11Pointer::state() const {
+  if (knownState_) return knownState_;
   xcb_connection_t* xcb = connection_.xcb();
   const Reply<xcb_query_pointer_reply_t> reply{xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, connection_.root()), nullptr)};
-  if (!reply) return 0;
+  if (!reply) return std::nullopt;
+  return reply->mask;
+}
+
+std::uint64_t X11Pointer::pressedButtons() {
+  const auto known = state();
+  if (!known) return 0;
   constexpr std::uint64_t primary = 1;
   constexpr std::uint64_t secondary = 2;
   constexpr std::uint64_t middle = 4;
   // Buttons are logical: the server has already applied a left-handed mapping.
-  const unsigned mask = reply->mask;
+  const unsigned mask = *known;
   const unsigned movers = unsigned{hotKeys_.keymap().alt()} | hotKeys_.keymap().super();
   std::uint64_t buttons = 0;
   if ((mask & XCB_BUTTON_MASK_1) != 0) buttons |= primary;

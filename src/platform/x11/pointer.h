@@ -1,6 +1,9 @@
 // The pointer's buttons, asked from the server.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "platform/pointer.h"
 #include "platform/x11/connection.h"
 
@@ -15,12 +18,17 @@ class X11Pointer : public Pointer {
   /// `hotKeys` knows which modifiers carry Alt and Super. Both references must outlive it.
   X11Pointer(Connection& connection, const X11HotKeys& hotKeys) : connection_(connection), hotKeys_(hotKeys) {}
 
-  /// One round trip. No button when the server does not answer.
+  /// One round trip, unless the mask is known. No button when the server does not answer.
   std::uint64_t pressedButtons() override;
+  /// The state that an event of this moment carries (KeyButMask); absent: it has to be asked for.
+  void setKnownState(std::optional<std::uint16_t> state) { knownState_ = state; }
 
  private:
+  std::optional<std::uint16_t> state() const;
+
   Connection& connection_;
   const X11HotKeys& hotKeys_;
+  std::optional<std::uint16_t> knownState_;
 };
 
 }  // namespace tilora::x11

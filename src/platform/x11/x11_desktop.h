@@ -31,8 +31,8 @@ class Consent {
   virtual void ask(const std::vector<std::string>& missing) = 0;
 };
 
-/// Follows one X server. What the engine writes in one turn of the event loop leaves as one transaction at `endTurn`; reads answer from what
-/// events have told, writes of this turn included. Main thread only.
+/// Follows one X server. What the engine writes in one turn of the event loop leaves as one transaction at `endTurn`; reads answer from
+/// what events have told, writes of this turn included. Main thread only.
 class X11Desktop {
  public:
   /// Reads the desktop. Everything given must outlive it.
@@ -55,8 +55,8 @@ class X11Desktop {
   int fileDescriptor() const;
   /// Takes in every event that has arrived and calls whom it concerns. False: the connection is lost.
   bool dispatch();
-  /// Sends what was written since the last call. To be called before the event loop waits; takes in events that arrived meanwhile. False: the
-  /// connection is lost.
+  /// Sends what was written since the last call. To be called before the event loop waits; takes in events that arrived meanwhile. False:
+  /// the connection is lost.
   bool endTurn();
   /// Shows every window that Tilora hid, each on its own desktop, and returns when the server has all of it. Keeps the current desktop, the
   /// stacking and the focus.

@@ -1,0 +1,115 @@
+// Restoring on the current desktop, in place elsewhere, or by a visit.
+#include "platform/x11/clean_end.h"
+
+#include <algorithm>
+#include <map>
+#include <ranges>
+#include <vector>
+
+#include "platform/x11/property.h"
+#include "platform/x11/requests.h"
+
+namespace tilora::x11 {
+namespace {
+
+std::vector<ClientWindowRef> hiddenWindows(const ClientModel& model) {
+  std::vector<ClientWindowRef> hidden;
+  for (const auto& window : model.windows()) {
+    if (window->marks.any() || window->storedMarks.any()) hidden.push_back(window);
+  }
+  std::ranges::stable_sort(hidden, {}, [](const ClientWindowRef& window) { return window->focusSerial; });
+  return hidden;
+}
+
+/// The windows that are seen now, bottom to top.
+std::vector<xcb_window_t> shownStack(DesktopState& state) {
+  xcb_connection_t* xcb = state.connection.xcb();
+  constexpr std::uint32_t longest = 65536;
+  const auto cookie =
+      xcb_get_property(xcb, 0, state.connection.root(), state.connection.atoms()._NET_CLIENT_LIST_STACKING, XCB_ATOM_WINDOW, 0, longest);
+  const Property property{Reply<xcb_get_property_reply_t>{xcb_get_property_reply(xcb, cookie, nullptr)}};
+  std::vector<xcb_window_t> shown;
+  for (const auto id : property.items(XCB_ATOM_WINDOW)) {
+    const auto window = state.model.find(id);
+    if (window && window->isOrdinary() && !window->states.hidden && window->isOn(state.model.facts().currentDesktop)) shown.push_back(id);
+  }
+  return shown;
+}
+
+class CleanEnd {
+ public:
+  explicit CleanEnd(DesktopState& state)
+      : state_(state), connection_(state.connection), traits_(traitsOf(state.model.facts().windowManagerName)), time_(state.clock.now()) {}
+
+  void restoreHere(const std::vector<ClientWindowRef>& windows) {
+    const auto shown = shownStack(state_);
+    for (const auto& window : windows) {
+      window->marks = {};
+      state_.hides.restore(*window, traits_, time_);
+    }
+    for (const auto id : shown) requestRaise(connection_, id);
+  }
+
+  void restoreOn(std::uint32_t desktop, const std::vector<ClientWindowRef>& windows) {
+    const bool visit = traits_.elsewhere == RestoreElsewhere::unreliable;
+    if (visit) requestCurrentDesktop(connection_, desktop, time_);
+    for (const auto& window : windows) {
+      window->marks = {};
+      state_.hides.storeMarks(*window);
+      if (visit) {
+        requestActivation(connection_, window->id, time_);
+      } else {
+        xcb_map_window(connection_.xcb(), window->id);
+      }
+      if (traits_.elsewhere == RestoreElsewhere::movesHere) requestDesktop(connection_, window->id, desktop);
+    }
+    visited_ |= visit;
+  }
+
+  void comeBack() {
+    if (visited_) requestCurrentDesktop(connection_, state_.model.facts().currentDesktop, time_);
+  }
+
+  void focus(const ClientWindowRef& window) {
+    if (window) requestActivation(connection_, window->id, time_);
+  }
+
+ private:
+  DesktopState& state_;
+  Connection& connection_;
+  WindowManagerTraits traits_;
+  xcb_timestamp_t time_;
+  bool visited_ = false;
+};
+
+/// Returns when the server has taken in every request.
+void synchronize(xcb_connection_t* xcb) {
+  Reply<xcb_get_input_focus_reply_t>{xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr)};
+}
+
+}  // namespace
+
+void showHiddenWindows(DesktopState& state) {
+  if (state.model.facts().windowManager == XCB_WINDOW_NONE) return;
+  const auto hidden = hiddenWindows(state.model);
+  if (hidden.empty()) return;
+  const auto focused = state.activeWindow();
+  const std::uint32_t current = state.model.facts().currentDesktop;
+  std::vector<ClientWindowRef> here;
+  std::map<std::uint32_t, std::vector<ClientWindowRef>> elsewhere;
+  for (const auto& window : hidden) {
+    if (window->isOn(current)) {
+      here.push_back(window);
+    } else {
+      elsewhere[*window->desktop].push_back(window);
+    }
+  }
+  CleanEnd end(state);
+  for (const auto& [desktop, windows] : elsewhere) end.restoreOn(desktop, windows);
+  end.comeBack();
+  end.restoreHere(here);
+  end.focus(focused);
+  synchronize(state.connection.xcb());
+}
+
+}  // namespace tilora::x11

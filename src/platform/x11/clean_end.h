@@ -1,0 +1,13 @@
+// Giving everything back that Tilora hid, when it ends.
+#pragma once
+
+#include "platform/x11/desktop_state.h"
+
+namespace tilora::x11 {
+
+/// Restores every window that carries a mark, on its own virtual desktop, and takes the marks away; returns when the server has all of it.
+/// The current desktop, the stacking of what was shown and the focus stay. Without a window manager nothing can be restored: the marks stay
+/// for the next start.
+void showHiddenWindows(DesktopState& state);
+
+}  // namespace tilora::x11

@@ -1,0 +1,122 @@
+// How each attribute is answered from what is known of a window.
+#include "platform/x11/elements.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace tilora::x11 {
+namespace {
+
+std::string_view subrole(const ClientWindow& window) {
+  if (window.isNormal()) return window.states.skipTaskbar ? "AXFloatingWindow" : "AXStandardWindow";
+  if (window.type == WindowType::dialog || (window.type == WindowType::unset && window.isTransient())) return "AXDialog";
+  if (window.type == WindowType::palette) return "AXFloatingWindow";
+  return "AXUnknown";
+}
+
+std::optional<AttributeValue> textValue(const std::optional<std::string>& text) {
+  if (!text) return std::nullopt;
+  return AttributeValue(*text);
+}
+
+}  // namespace
+
+std::optional<AttributeValue> WindowElement::value(AttributeName name) const {
+  if (window_->isGone) return std::nullopt;
+  const Rect frame = state_.accessibilityFrame(*window_);
+  switch (name) {
+    case AttributeName::role:
+      return AttributeValue(std::string("AXWindow"));
+    case AttributeName::subrole:
+      return AttributeValue(std::string(subrole(*window_)));
+    case AttributeName::minimized:
+      return AttributeValue(window_->isMinimizedByUser());
+    case AttributeName::position:
+      return AttributeValue(Point{frame.x, frame.y});
+    case AttributeName::size:
+      return AttributeValue(Size{frame.width, frame.height});
+    case AttributeName::title:
+      return textValue(window_->name ? window_->name : window_->legacyName);
+    case AttributeName::identifier:
+      return window_->roleIdentifies ? textValue(window_->role) : std::nullopt;
+    case AttributeName::windowNumber:
+      return AttributeValue(Number(static_cast<std::int64_t>(window_->id)));
+    case AttributeName::hidden:
+      return AttributeValue(window_->marks.window);
+    default:
+      return std::nullopt;
+  }
+}
+
+bool WindowElement::canBeMoved() const {
+  if (window_->states.fullscreen) return false;
+  // A manager may withhold the action from a window that is maximised or iconic; ours is made neither before it is moved.
+  return !window_->listsActions || window_->mayMove || window_->states.maximized() || window_->states.hidden;
+}
+
+bool WindowElement::canBeResized() const {
+  if (window_->states.fullscreen || window_->limits.isFixed()) return false;
+  return !window_->listsActions || window_->mayResize || window_->states.maximized() || window_->states.hidden;
+}
+
+std::optional<bool> WindowElement::isSettable(AttributeName name) const {
+  if (window_->isGone) return std::nullopt;
+  switch (name) {
+    case AttributeName::position:
+      return canBeMoved();
+    case AttributeName::size:
+      return canBeResized();
+    case AttributeName::hidden:
+      return !window_->refusesHiding;
+    default:
+      return false;
+  }
+}
+
+void WindowElement::set(AttributeName name, const BoxedValue& value) {
+  if (window_->isGone) return;
+  if (const auto* point = std::get_if<Point>(&value.value); point != nullptr && name == AttributeName::position) {
+    if (!std::isfinite(point->x) || !std::isfinite(point->y)) return;
+    window_->frame.position = state_.toRoot(*point);
+  } else if (const auto* size = std::get_if<Size>(&value.value); size != nullptr && name == AttributeName::size) {
+    if (!std::isfinite(size->width) || !std::isfinite(size->height)) return;
+    window_->frame.size = *size;
+  } else {
+    return;
+  }
+  state_.changes.written(window_);
+}
+
+void WindowElement::set(AttributeName name, bool value) {
+  if (window_->isGone || name != AttributeName::hidden || window_->refusesHiding || window_->marks.window == value) return;
+  window_->marks.window = value;
+  state_.changes.written(window_);
+}
+
+std::optional<AttributeValue> ApplicationElement::value(AttributeName name) const {
+  const auto application = state_.applications.find(pid_);
+  if (!application) return std::nullopt;
+  if (name == AttributeName::windows) {
+    std::vector<Element> elements;
+    for (const auto& window : application->windows()) {
+      if (state_.isListed(*window)) elements.push_back(std::make_shared<WindowElement>(window, state_));
+    }
+    return AttributeValue(std::move(elements));
+  }
+  if (name == AttributeName::focusedWindow) {
+    auto active = state_.activeWindow();
+    if (!active || active->application != pid_) return std::nullopt;
+    return AttributeValue(Element(std::make_shared<WindowElement>(std::move(active), state_)));
+  }
+  return std::nullopt;
+}
+
+std::optional<bool> ApplicationElement::isSettable(AttributeName) const {
+  if (!state_.applications.find(pid_)) return std::nullopt;
+  return false;
+}
+
+Element X11Accessibility::applicationElement(ProcessId pid) { return std::make_shared<ApplicationElement>(pid, state_); }
+
+}  // namespace tilora::x11

@@ -1,0 +1,102 @@
+// Holding the keyboard, giving the focus back, and telling the user's choices from our own doing.
+#include "platform/x11/focus_keeper.h"
+
+#include <algorithm>
+
+#include "platform/x11/requests.h"
+
+namespace tilora::x11 {
+namespace {
+
+/// No longer than this a key press waits, whatever the window manager does.
+constexpr auto longestHold = std::chrono::milliseconds(250);
+
+}  // namespace
+
+FocusKeeper::FocusKeeper(Connection& connection, const ClientModel& model, MainQueue& mainQueue, xcb_window_t helper,
+                         std::function<void()> changed)
+    : connection_(connection), model_(model), mainQueue_(mainQueue), helper_(helper), changed_(std::move(changed)) {}
+
+FocusKeeper::~FocusKeeper() {
+  if (hold_) letGo();
+}
+
+void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored) {
+  // With the keyboard frozen its events stay in the server, and go to whoever has the focus once they are let go.
+  const auto cookie =
+      xcb_grab_keyboard(connection_.xcb(), 0, connection_.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
+  xcb_discard_reply(connection_.xcb(), cookie.sequence);
+  if (!hold_) {
+    hold_.emplace();
+    const auto anchor = model_.find(reported_);
+    if (anchor && !anchor->states.hidden && anchor->isOn(model_.facts().currentDesktop)) hold_->anchor = reported_;
+  }
+  hold_->restored.insert(hold_->restored.end(), restored.begin(), restored.end());
+}
+
+void FocusKeeper::giveBack(xcb_timestamp_t time) {
+  if (!hold_) return;
+  const xcb_window_t target = hold_->anchor != XCB_WINDOW_NONE ? hold_->anchor : hold_->restored.back()->id;
+  requestActivation(connection_, target, time);
+  requestFrameExtents(connection_, helper_);
+  hold_->managerAnswered = !model_.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
+  hold_->asked = true;
+  startGuard();
+}
+
+bool FocusKeeper::isOurs(xcb_window_t active) const {
+  if (active == XCB_WINDOW_NONE || active == hold_->anchor) return true;
+  return std::ranges::any_of(hold_->restored, [&](const ClientWindowRef& window) { return window->id == active; });
+}
+
+bool FocusKeeper::isDone() const {
+  if (!hold_->asked || !hold_->managerAnswered) return false;
+  const xcb_window_t active = model_.facts().active;
+  if (hold_->anchor != XCB_WINDOW_NONE ? active != hold_->anchor : active == XCB_WINDOW_NONE) return false;
+  return std::ranges::all_of(hold_->restored, [](const ClientWindowRef& window) { return window->isGone || !window->states.hidden; });
+}
+
+bool FocusKeeper::update() {
+  const xcb_window_t active = model_.facts().active;
+  if (hold_) {
+    if (isOurs(active) && !isDone()) return false;
+    letGo();
+  }
+  return std::exchange(reported_, active) != active;
+}
+
+void FocusKeeper::handleEvent(const xcb_generic_event_t& event) {
+  if (!hold_ || !hold_->asked || (event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
+  const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+  if (change.window == helper_ && change.atom == connection_.atoms()._NET_FRAME_EXTENTS) hold_->managerAnswered = true;
+}
+
+void FocusKeeper::letGo() {
+  xcb_ungrab_keyboard(connection_.xcb(), XCB_CURRENT_TIME);
+  connection_.flush();
+  hold_.reset();
+  ++generation_;
+}
+
+void FocusKeeper::startGuard() {
+  const std::weak_ptr<bool> alive = alive_;
+  mainQueue_.postAfter(longestHold, [this, alive, generation = ++generation_] {
+    if (!alive.expired() && generation == generation_) guardElapsed();
+  });
+}
+
+void FocusKeeper::guardElapsed() {
+  if (!hold_) return;
+  const xcb_window_t anchor = hold_->anchor;
+  const xcb_window_t active = model_.facts().active;
+  const bool strayed = anchor != XCB_WINDOW_NONE && active != anchor && isOurs(active) && model_.find(anchor) != nullptr;
+  letGo();
+  // The manager was slow or refused: ask once more, without holding up the user any longer.
+  if (strayed) {
+    requestActivation(connection_, anchor, XCB_CURRENT_TIME);
+    connection_.flush();
+  }
+  if (std::exchange(reported_, active) != active) changed_();
+}
+
+}  // namespace tilora::x11

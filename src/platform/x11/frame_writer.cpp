@@ -1,0 +1,127 @@
+// When to ask for a frame, when to ask again, and when to take no for an answer.
+#include "platform/x11/frame_writer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/x11/requests.h"
+
+namespace tilora::x11 {
+namespace {
+
+/// A window that has not answered for so long will not.
+constexpr auto answerTime = std::chrono::milliseconds(800);
+/// So often a frame is asked for before the window's own choice stands.
+constexpr int mostAttempts = 3;
+/// A window that keeps changing by itself is not fought with; after so long a rest it may be asked again.
+constexpr auto rest = std::chrono::seconds(2);
+/// X windows are placed with 16-bit coordinates.
+constexpr double farthest = 32000;
+
+int rounded(double value) { return static_cast<int>(std::lround(std::clamp(value, -farthest, farthest))); }
+
+int limited(int value, int least, int most) {
+  if (most > 0) value = std::min(value, std::max(most, least));
+  return std::max({value, least, 1});
+}
+
+/// Moves the range [start, start + extent) into [low, high), its beginning first.
+int movedInto(int start, int extent, int low, int high) { return std::max(std::min(start, high - extent), low); }
+
+long overlap(const PixelRect& a, const PixelRect& b) {
+  const PixelRect common = intersection(a, b);
+  return common.isEmpty() ? 0 : static_cast<long>(common.width) * common.height;
+}
+
+}  // namespace
+
+PixelRect roundedEdges(Point position, Size size) {
+  const int left = rounded(position.x);
+  const int top = rounded(position.y);
+  return {left, top, rounded(position.x + size.width) - left, rounded(position.y + size.height) - top};
+}
+
+PixelRect withinLimits(const ClientWindow& window, const PixelRect& wanted, const PixelRect& area) {
+  PixelRect client = clientRect(wanted, window.decoration, window.shadow);
+  client.width = limited(client.width, window.limits.minWidth, window.limits.maxWidth);
+  client.height = limited(client.height, window.limits.minHeight, window.limits.maxHeight);
+  PixelRect visible = visibleFrame(client, window.decoration, window.shadow);
+  if (visible.width > wanted.width) visible.x = movedInto(visible.x, visible.width, area.x, area.right());
+  if (visible.height > wanted.height) visible.y = movedInto(visible.y, visible.height, area.y, area.bottom());
+  return visible;
+}
+
+PixelRect FrameWriter::area(const PixelRect& wanted) const {
+  const auto& visible = layout_.visibleFrames();
+  const auto best =
+      std::ranges::max_element(visible, [&](const PixelRect& a, const PixelRect& b) { return overlap(a, wanted) < overlap(b, wanted); });
+  return best == visible.end() || overlap(*best, wanted) == 0 ? wanted : *best;
+}
+
+void FrameWriter::write(ClientWindow& window, Clock::time_point now) {
+  PendingFrame& frame = window.frame;
+  if (!frame.position && !frame.size) return;
+  const PixelRect current = window.visible();
+  const bool resize = frame.size.has_value();
+  const Point position = frame.position.value_or(Point{static_cast<double>(current.x), static_cast<double>(current.y)});
+  const Size size = frame.size.value_or(Size{static_cast<double>(current.width), static_cast<double>(current.height)});
+  frame.position.reset();
+  frame.size.reset();
+  const PixelRect wanted = roundedEdges(position, size);
+  const PixelRect visible =
+      resize ? withinLimits(window, wanted, area(wanted)) : PixelRect{wanted.x, wanted.y, current.width, current.height};
+  if (visible != frame.requested) {
+    frame.accepted.reset();
+    frame.attempts = 0;
+    if (visible == current && !window.states.maximized() && frame.answered) {
+      frame.requested = visible;
+      return;
+    }
+    return request(window, visible, resize, now);
+  }
+  if (shouldRequest(frame, current, now)) request(window, visible, resize, now);
+}
+
+bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, Clock::time_point now) const {
+  if (visible != frame.last) {
+    frame.last = visible;
+    frame.unchangedSince = now;
+  }
+  const bool rested = now - frame.unchangedSince >= rest;
+  if (visible == *frame.requested || visible == frame.accepted) {
+    if (rested) frame.attempts = 0;
+    return false;
+  }
+  if (!frame.answered && now - frame.sentAt < answerTime) return false;
+  if (frame.attempts < mostAttempts) return true;
+  if (!rested) return false;
+  frame.accepted = visible;
+  return false;
+}
+
+void FrameWriter::changed(ClientWindow& window, Clock::time_point now) {
+  PendingFrame& frame = window.frame;
+  frame.answered = true;
+  if (!frame.requested) return;
+  const bool reckonedOtherwise = frame.decoration != window.decoration || frame.shadow != window.shadow;
+  const bool recent = now - frame.sentAt < answerTime;
+  if (!reckonedOtherwise || !recent || window.states.maximized() || frame.attempts > mostAttempts) return;
+  if (window.visible() == *frame.requested) return;
+  request(window, *frame.requested, true, now);
+}
+
+void FrameWriter::request(ClientWindow& window, const PixelRect& visible, bool resize, Clock::time_point now) {
+  PendingFrame& frame = window.frame;
+  if (window.states.maximized()) requestUnmaximize(connection_, window.id);
+  requestFrame(connection_, window.id, clientRect(visible, window.decoration, window.shadow), resize);
+  frame.requested = visible;
+  frame.decoration = window.decoration;
+  frame.shadow = window.shadow;
+  frame.answered = false;
+  frame.sentAt = now;
+  frame.last = window.visible();
+  frame.unchangedSince = now;
+  ++frame.attempts;
+}
+
+}  // namespace tilora::x11

@@ -1,0 +1,107 @@
+// The iconic state of one window: requested, stored, seen.
+#include "platform/x11/hide_writer.h"
+
+#include "platform/x11/requests.h"
+
+namespace tilora::x11 {
+namespace {
+
+constexpr auto answerTime = std::chrono::seconds(1);
+/// So often a restore is asked for before the window counts as iconic by somebody else's wish.
+constexpr int mostRestoreAttempts = 3;
+
+}  // namespace
+
+bool HideWriter::isToBeRestored(const ClientWindow& window) {
+  if (window.marks.any() || window.iconRequest == IconRequest::restore) return false;
+  return window.storedMarks.any() && (window.states.hidden || window.iconRequest == IconRequest::iconify);
+}
+
+void HideWriter::restore(ClientWindow& window, const WindowManagerTraits& traits, xcb_timestamp_t time, Clock::time_point now) {
+  // A manager that ignores the gentle way is asked the other way the next time.
+  if (traits.restore == RestoreMethod::map && window.restoreAttempts == 0) {
+    xcb_map_window(connection_.xcb(), window.id);
+  } else {
+    requestActivation(connection_, window.id, time);
+  }
+  window.iconRequest = IconRequest::restore;
+  window.iconRequestedAt = now;
+  ++window.restoreAttempts;
+  storeMarks(window);
+}
+
+bool HideWriter::isToBeHidden(const ClientWindow& window) {
+  if (!window.marks.any() || window.iconRequest == IconRequest::iconify) return false;
+  return !window.states.hidden || window.iconRequest == IconRequest::restore;
+}
+
+void HideWriter::hide(ClientWindow& window, Clock::time_point now) {
+  storeMarks(window);
+  requestIconify(connection_, window.id);
+  window.iconRequest = IconRequest::iconify;
+  window.iconRequestedAt = now;
+}
+
+void HideWriter::storeMarks(ClientWindow& window) {
+  if (window.marks == window.storedMarks) return;
+  const xcb_atom_t atom = connection_.atoms()._TILORA_HIDDEN;
+  if (window.marks.any()) {
+    const std::uint32_t mask = window.marks.mask();
+    xcb_change_property(connection_.xcb(), XCB_PROP_MODE_REPLACE, window.id, atom, XCB_ATOM_CARDINAL, 32, 1, &mask);
+  } else {
+    xcb_delete_property(connection_.xcb(), window.id, atom);
+  }
+  window.storedMarks = window.marks;
+}
+
+void HideWriter::adopt(ClientWindow& window) {
+  if (!window.storedMarks.any()) return;
+  if (window.states.hidden) window.marks = window.storedMarks;
+  storeMarks(window);
+}
+
+bool HideWriter::settle(ClientWindow& window) {
+  if (window.states.hidden) {
+    if (window.iconRequest == IconRequest::iconify) window.iconRequest = IconRequest::none;
+    return false;
+  }
+  if (window.iconRequest == IconRequest::restore) {
+    window.iconRequest = IconRequest::none;
+    window.restoreAttempts = 0;
+  }
+  if (window.iconRequest == IconRequest::iconify || !window.storedMarks.any()) return false;
+  window.marks = {};
+  storeMarks(window);
+  return true;
+}
+
+bool HideWriter::expire(ClientWindow& window, Clock::time_point now) {
+  if (window.iconRequest == IconRequest::none || now - window.iconRequestedAt < answerTime) return false;
+  if (window.iconRequest == IconRequest::iconify) {
+    window.iconRequest = IconRequest::none;
+    if (window.states.hidden) return false;
+    window.refusesHiding = true;
+    window.marks = {};
+    storeMarks(window);
+    return true;
+  }
+  window.iconRequest = IconRequest::none;
+  if (!window.states.hidden || window.restoreAttempts >= mostRestoreAttempts) {
+    window.restoreAttempts = 0;
+    return true;
+  }
+  // The mark stands again, so that the next transaction restores it once more, and so that it is found after a crash.
+  const HideMarks wanted = window.marks;
+  window.marks.window = true;
+  storeMarks(window);
+  window.marks = wanted;
+  return true;
+}
+
+void HideWriter::forgetRequests(ClientWindow& window) {
+  window.iconRequest = IconRequest::none;
+  window.restoreAttempts = 0;
+  window.refusesHiding = false;
+}
+
+}  // namespace tilora::x11

@@ -1,0 +1,21 @@
+// Asking for the time by changing nothing: the server stamps the notification (ICCCM 2.1).
+#include "platform/x11/server_clock.h"
+
+namespace tilora::x11 {
+
+xcb_timestamp_t ServerClock::now() {
+  if (timeOfTurn_) return *timeOfTurn_;
+  const xcb_atom_t property = connection_.atoms()._TILORA_TIME;
+  xcb_change_property(connection_.xcb(), XCB_PROP_MODE_APPEND, helper_, property, XCB_ATOM_INTEGER, 32, 0, nullptr);
+  connection_.flush();
+  const auto event = events_.waitFor([&](const xcb_generic_event_t& candidate) {
+    if ((candidate.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return false;
+    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(candidate);
+    return change.window == helper_ && change.atom == property;
+  });
+  if (!event) return XCB_CURRENT_TIME;
+  timeOfTurn_ = reinterpret_cast<const xcb_property_notify_event_t&>(*event).time;
+  return *timeOfTurn_;
+}
+
+}  // namespace tilora::x11

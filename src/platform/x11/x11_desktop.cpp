@@ -1,0 +1,233 @@
+// From events to the engine's notifications, and from the engine's writes to requests.
+#include "platform/x11/x11_desktop.h"
+
+#include <xcb/randr.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/x11/clean_end.h"
+#include "platform/x11/desktop_state.h"
+#include "platform/x11/elements.h"
+#include "platform/x11/hot_keys.h"
+#include "platform/x11/pointer.h"
+#include "platform/x11/session_support.h"
+#include "platform/x11/x11_workspace.h"
+
+namespace tilora::x11 {
+namespace {
+
+/// Answers bring events that make more reads necessary; after so many rounds the rest waits for the next turn.
+constexpr int mostRounds = 16;
+/// When a request without an effect is looked at again, and when a new window manager is believed.
+constexpr auto reviewTime = std::chrono::milliseconds(1050);
+constexpr auto managerReviewTime = std::chrono::milliseconds(3100);
+
+}  // namespace
+
+class X11Desktop::Parts {
+ public:
+  Parts(Connection& connection, Instance& instance, MainQueue& mainQueue, Consent& consent)
+      : connection_(connection),
+        instance_(instance),
+        mainQueue_(mainQueue),
+        state(connection, instance.window(), mainQueue, [this] { focusMoved(); }),
+        accessibility(state),
+        workspace(state, mainQueue),
+        screens(state),
+        windowServer(state),
+        trust(connection, state.model, mainQueue, consent),
+        hotKeys(connection, keyMonitor),
+        pointer(connection, hotKeys) {
+    selectScreenEvents();
+    state.updateScreens();
+    settle();
+  }
+
+  bool takeEvents(bool readSocket) {
+    while (const auto event = readSocket ? state.events.poll() : state.events.pollQueued()) take(*event);
+    settle();
+    return !connection_.failed();
+  }
+
+  bool endTurn() {
+    for (int round = 0; round < mostRounds; ++round) {
+      if (!takeEvents(false)) return false;
+      commit();
+      const auto late = state.events.pollQueued();
+      if (!late) break;
+      take(*late);
+    }
+    state.clock.setTimeOfTurn(std::nullopt);
+    return !connection_.failed();
+  }
+
+ private:
+  Connection& connection_;
+  Instance& instance_;
+  MainQueue& mainQueue_;
+  bool screensAreStale_ = false;
+  bool reviewIsDue_ = false;
+  std::uint64_t lastFocusSerial_ = 0;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+
+ public:
+  DesktopState state;
+  X11Accessibility accessibility;
+  X11Workspace workspace;
+  X11Screens screens;
+  X11WindowServer windowServer;
+  X11Trust trust;
+  X11KeyMonitor keyMonitor;
+  X11HotKeys hotKeys;
+  X11Pointer pointer;
+
+ private:
+  void selectScreenEvents() {
+    if (connection_.extensions().randrOpcode == 0) return;
+    xcb_randr_select_input(connection_.xcb(), connection_.root(),
+                           XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE | XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
+  }
+
+  void take(const xcb_generic_event_t& event) {
+    const std::uint8_t type = event.response_type & 0x7F;
+    if (type == 0) return;  // an error: the window it was about is gone
+    if (type == XCB_KEY_PRESS) return takeKey(event);
+    if (instance_.handleEvent(event) || hotKeys.handleEvent(event)) return;
+    const std::uint8_t randr = connection_.extensions().randrFirstEvent;
+    const bool isRandr = randr != 0 && (type == randr + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == randr + XCB_RANDR_NOTIFY);
+    const bool isRoot =
+        type == XCB_CONFIGURE_NOTIFY && reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root();
+    screensAreStale_ |= isRandr || isRoot;
+    state.focus.handleEvent(event);
+    state.model.handleEvent(event);
+  }
+
+  /// A command works on the desktop as it is at this moment, and leaves at once.
+  void takeKey(const xcb_generic_event_t& event) {
+    const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
+    settle();
+    state.clock.setTimeOfTurn(key.time);
+    pointer.setKnownState(key.state);
+    hotKeys.handleEvent(event);
+    pointer.setKnownState(std::nullopt);
+    commit();
+  }
+
+  void commit() {
+    if (state.changes.commit()) scheduleReview(reviewTime);
+  }
+
+  void settle() {
+    for (int round = 0; round < mostRounds; ++round) {
+      state.model.refresh();
+      apply(state.model.takeChanges());
+      const auto event = state.events.pollQueued();
+      if (!event) return;
+      take(*event);
+    }
+  }
+
+  void apply(const ModelChanges& changes) {
+    if (changes.windowManager) windowManagerChanged();
+    if (changes.windowManager || changes.support) trust.supportChanged();
+    settleWindows(changes);
+    bool screensChanged = false;
+    if (std::exchange(screensAreStale_, false) || changes.struts || changes.desktop) screensChanged = state.updateScreens();
+    const bool focusChanged = state.focus.update();
+    if (focusChanged) stampFocus();
+    if (changes.windows || changes.vanished || !changes.appeared.empty() || focusChanged || changes.desktop) {
+      const auto applications = state.applications.update();
+      state.applications.settleHiding();
+      if (applications.launched) workspace.notify(WorkspaceEvent::launched);
+      if (applications.terminated) workspace.notify(WorkspaceEvent::terminated);
+    }
+    if (changes.any() || screensChanged || focusChanged) state.updateCoveredMonitors();
+    if (focusChanged) workspace.notify(WorkspaceEvent::activated);
+    if (changes.desktop) workspace.notify(WorkspaceEvent::spaceChanged);
+    if (screensChanged) workspace.notify(WorkspaceEvent::screensChanged);
+  }
+
+  void settleWindows(const ModelChanges& changes) {
+    for (const auto& window : changes.appeared) state.hides.adopt(*window);
+    for (const auto& window : changes.touched) {
+      if (window->isGone) continue;
+      state.frames.changed(*window);
+      if (state.model.isSettled()) state.hides.settle(*window);
+    }
+    if (changes.desktop) {
+      for (const auto& window : state.model.windows()) {
+        if (HideWriter::isToBeRestored(*window)) state.changes.written(window);
+      }
+    }
+  }
+
+  void windowManagerChanged() {
+    for (const auto& window : state.model.windows()) {
+      HideWriter::forgetRequests(*window);
+      window->frame = {};
+    }
+    scheduleReview(managerReviewTime);
+  }
+
+  /// The focus was handed on outside of an event.
+  void focusMoved() {
+    stampFocus();
+    state.applications.update();
+    state.updateCoveredMonitors();
+    workspace.notify(WorkspaceEvent::activated);
+  }
+
+  void stampFocus() {
+    const auto window = state.activeWindow();
+    if (!window) return;
+    window->focusSerial = ++lastFocusSerial_;
+    window->refusesHiding = false;
+  }
+
+  void scheduleReview(std::chrono::milliseconds delay) {
+    if (delay == reviewTime && std::exchange(reviewIsDue_, true)) return;
+    const std::weak_ptr<bool> alive = alive_;
+    mainQueue_.postAfter(delay, [this, alive, delay] {
+      if (alive.expired()) return;
+      if (delay == reviewTime) reviewIsDue_ = false;
+      review();
+    });
+  }
+
+  /// Looks at every window whose iconic state is not what was asked for.
+  void review() {
+    bool open = false;
+    for (const auto& window : state.model.windows()) {
+      if (state.model.isSettled()) state.hides.settle(*window);
+      if (state.hides.expire(*window) && HideWriter::isToBeRestored(*window)) state.changes.written(window);
+      open |= window->iconRequest != IconRequest::none;
+    }
+    state.applications.settleHiding();
+    if (open) scheduleReview(reviewTime);
+  }
+};
+
+X11Desktop::X11Desktop(Connection& connection, Instance& instance, MainQueue& mainQueue, Consent& consent)
+    : parts_(std::make_unique<Parts>(connection, instance, mainQueue, consent)) {}
+
+X11Desktop::~X11Desktop() = default;
+
+Accessibility& X11Desktop::accessibility() { return parts_->accessibility; }
+Workspace& X11Desktop::workspace() { return parts_->workspace; }
+Screens& X11Desktop::screens() { return parts_->screens; }
+Pointer& X11Desktop::pointer() { return parts_->pointer; }
+WindowServer& X11Desktop::windowServer() { return parts_->windowServer; }
+Trust& X11Desktop::trust() { return parts_->trust; }
+HotKeys& X11Desktop::hotKeys() { return parts_->hotKeys; }
+KeyMonitor& X11Desktop::keyMonitor() { return parts_->keyMonitor; }
+
+int X11Desktop::fileDescriptor() const { return xcb_get_file_descriptor(parts_->state.connection.xcb()); }
+bool X11Desktop::dispatch() { return parts_->takeEvents(true); }
+bool X11Desktop::endTurn() { return parts_->endTurn(); }
+
+void X11Desktop::showHiddenWindows() {
+  if (parts_->takeEvents(true)) tilora::x11::showHiddenWindows(parts_->state);
+}
+
+}  // namespace tilora::x11
