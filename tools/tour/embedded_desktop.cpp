@@ -26,15 +26,18 @@ void onSignal(int) { interrupted = true; }
 /// A taskbar of buttons of one width, from the left edge, and a tray at the right.
 std::string panelSettings() {
   std::ostringstream text;
-  text << "panel_items = TS\npanel_monitor = 1\npanel_position = bottom center horizontal\npanel_size = 100% " << panelHeight
-       << "\npanel_padding = 0 0 0\npanel_background_id = 1\nstrut_policy = follow_size\nwm_menu = 0\ntaskbar_mode = single_desktop\n"
-          "taskbar_padding = 0 0 0\ntask_align = left\ntask_text = 1\ntask_icon = 0\ntask_maximum_size = "
+  text << "rounded = 0\nbackground_color = #2e3440 100\n"
+          "rounded = 0\nbackground_color = #4c566a 100\n"
+          "panel_items = TS\npanel_position = bottom left horizontal\npanel_size = "
+       << EmbeddedDesktop::firstMonitor.width << " " << panelHeight
+       << "\npanel_padding = 0 0 0\npanel_background_id = 1\nstrut_policy = follow_size\nwm_menu = 0\n"
+          "taskbar_mode = single_desktop\ntaskbar_padding = 0 0 0\ntaskbar_background_id = 0\n"
+          "task_align = left\ntask_text = 1\ntask_icon = 0\ntask_padding = 10 4 4\ntask_maximum_size = "
        << taskWidth << " " << panelHeight
-       << "\ntask_padding = 10 4 4\ntask_font = DejaVu Sans 10\ntask_font_color = #d8dee9 100\ntask_active_font_color = #ffffff 100\n"
-          "task_iconified_font_color = #8f98a8 100\ntask_active_background_id = 2\ntask_background_id = 1\n"
-          "mouse_left = toggle_iconify\nmouse_middle = none\nmouse_right = none\nsystray_padding = 4 4 4\n"
-          "# Backgrounds: the panel, the active window's button\nrounded = 0\nbackground_color = #2e3440 100\n"
-          "rounded = 0\nbackground_color = #4c566a 100\n";
+       << "\ntask_font = DejaVu Sans 10\ntask_font_color = #d8dee9 100\ntask_active_font_color = #ffffff 100\n"
+          "task_iconified_font_color = #8f98a8 100\ntask_background_id = 1\ntask_active_background_id = 2\n"
+          "mouse_left = toggle_iconify\nmouse_middle = none\nmouse_right = none\n"
+          "systray_padding = 4 4 4\nsystray_background_id = 0\n";
   return text.str();
 }
 
@@ -56,9 +59,15 @@ EmbeddedDesktop::EmbeddedDesktop() {
   display_.setMonitors({{"first", firstMonitor, true}});
   session_.startBus();
   windowManager_.emplace(harness::WindowManagerKind::openbox, session_, display_);
-  session_.home().write("config/gtk-3.0/settings.ini", "[Settings]\ngtk-cursor-blink=0\ngtk-enable-animations=0\n");
+  writeProgramSettings();
   session_.start({"xsetroot", "-solid", "#5e81ac", "-cursor_name", "left_ptr"}).waitForEnd();
   startPanel();
+}
+
+void EmbeddedDesktop::writeProgramSettings() {
+  const auto& home = session_.home();
+  home.write("config/gtk-3.0/settings.ini", "[Settings]\ngtk-cursor-blink=0\ngtk-enable-animations=0\n");
+  home.write("config/glib-2.0/settings/keyfile", "[org/xfce/mousepad/preferences/window]\npath-in-title=false\n");
 }
 
 void EmbeddedDesktop::startPanel() {

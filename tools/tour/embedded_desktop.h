@@ -74,6 +74,8 @@ class EmbeddedDesktop {
   void takePicture(const std::filesystem::path& file);
 
  private:
+  /// No blinking cursor, no animations, short titles.
+  void writeProgramSettings();
   void startPanel();
   void open(Program& program);
   /// The shown window of that class that has the keyboard and is not among `before`; none when there is none.

@@ -68,8 +68,8 @@ void Tour::startPrograms() {
   qtEditor_ = &desktop_.start("the Qt editor", "FeatherPad", {"featherpad", "--standalone", home.write("plan.txt", planText).string()});
   gtkEditor_ = &desktop_.start("the GTK editor", "Mousepad", {"mousepad", home.write("notes.txt", notesText).string()});
   terminal_ = &desktop_.start("the terminal", "XTerm",
-                              {"xterm", "-fa", "DejaVu Sans Mono", "-fs", "11", "-geometry", "70x20", "-bg", "#2e3440", "-fg", "#d8dee9",
-                               "-e", "sh", "-c", "cat '" + shortcuts + "'; PS1='$ ' exec sh -i"});
+                              {"xterm", "-T", "Terminal", "-fa", "DejaVu Sans Mono", "-fs", "11", "-geometry", "70x20", "-bg", "#2e3440",
+                               "-fg", "#d8dee9", "-e", "sh", "-c", "cat '" + shortcuts + "'; PS1='$ ' exec sh -i"});
   report("A desktop of Openbox with a panel, a Qt editor, a GTK editor and a terminal", "desktop");
 }
 
