@@ -119,6 +119,8 @@ Instance::Start Instance::acquire(Connection& connection) {
     }
     if (*current != XCB_WINDOW_NONE) {
       sendMessage(connection, *current, XCB_EVENT_MASK_NO_EVENT, message(*current, selection, *time));
+      // A server drops what a client has sent when it finds the connection closed; this copy will end now.
+      owner(connection, selection);
       return {.outcome = Outcome::alreadyRunning, .instance = nullptr};
     }
   }

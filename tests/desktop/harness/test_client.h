@@ -22,7 +22,7 @@ struct WindowOptions {
   /// WM_CLASS: the instance and the class. Empty: none.
   std::string instance = "testclient";
   std::string className = "TestClient";
-  std::string role;
+  std::string role = {};
   /// The end of the _NET_WM_WINDOW_TYPE_ name, "DIALOG" for instance. Empty: no type declared.
   std::string type = "NORMAL";
   PixelRect geometry = {60, 60, 400, 300};
@@ -35,17 +35,17 @@ struct WindowOptions {
   /// Asks for no decorations (_MOTIF_WM_HINTS).
   bool undecorated = false;
   /// Draws its own frame with shadows of these widths; they vanish while it is maximised or fullscreen, as toolkits do it.
-  std::optional<Extents> shadows;
+  std::optional<Extents> shadows = {};
   xcb_window_t transientFor = XCB_WINDOW_NONE;
   /// WM_CLIENT_LEADER.
   xcb_window_t leader = XCB_WINDOW_NONE;
   /// Whether _NET_WM_PID is set, and to what; absent: the real process id.
   bool declaresProcess = true;
-  std::optional<std::uint32_t> processId;
+  std::optional<std::uint32_t> processId = {};
   /// WM_CLIENT_MACHINE; empty: this host.
-  std::string machine;
+  std::string machine = {};
   /// The ends of _NET_WM_STATE_ names that it starts with, "SKIP_TASKBAR" for instance.
-  std::vector<std::string> states;
+  std::vector<std::string> states = {};
   /// The twelve numbers of _NET_WM_STRUT_PARTIAL; all zero: none.
   std::array<std::uint32_t, 12> strut{};
   bool overrideRedirect = false;

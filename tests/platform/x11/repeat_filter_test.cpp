@@ -1,0 +1,91 @@
+// Repeats of a held key are told from presses of a finger, also when a release is never seen.
+#include "platform/x11/repeat_filter.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace tilora::x11 {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr xcb_keycode_t left = 34;
+constexpr xcb_keycode_t right = 35;
+
+RepeatFilter filter(RepeatTimes times = {.delay = milliseconds(500), .interval = milliseconds(100)}) {
+  return RepeatFilter([times] { return times; });
+}
+
+TEST(RepeatFilter, OfAHeldKeyOnlyTheFirstPressCounts) {
+  auto presses = filter();
+  EXPECT_TRUE(presses.isFirstPress(left, 1000));
+  EXPECT_FALSE(presses.isFirstPress(left, 1500));
+  EXPECT_FALSE(presses.isFirstPress(left, 1600));
+}
+
+TEST(RepeatFilter, APressAfterTheReleaseCountsHoweverSoonItComes) {
+  auto presses = filter();
+  EXPECT_TRUE(presses.isFirstPress(left, 1000));
+  presses.released(left);
+  EXPECT_TRUE(presses.isFirstPress(left, 1001));
+}
+
+TEST(RepeatFilter, AnotherKeyCountsWhileOneIsHeld) {
+  auto presses = filter();
+  EXPECT_TRUE(presses.isFirstPress(left, 1000));
+  EXPECT_TRUE(presses.isFirstPress(right, 1200));
+  EXPECT_FALSE(presses.isFirstPress(left, 1500));
+}
+
+TEST(RepeatFilter, AKeyWhoseReleaseWentUnseenCountsUnlessARepeatIsDue) {
+  auto presses = filter();
+  presses.isFirstPress(left, 1000);
+  presses.isFirstPress(right, 1200);
+  presses.released(right);
+  EXPECT_FALSE(presses.isFirstPress(left, 1500)) << "the first repeat comes after the delay";
+  presses.isFirstPress(right, 1550);
+  presses.released(right);
+  EXPECT_FALSE(presses.isFirstPress(left, 1600)) << "the next one after the interval";
+  presses.isFirstPress(right, 1650);
+  presses.released(right);
+  EXPECT_TRUE(presses.isFirstPress(left, 1800)) << "no repeat is due here: a finger pressed it again";
+}
+
+TEST(RepeatFilter, ARepeatIsAllowedToBeALittleEarlyOrLate) {
+  for (const xcb_timestamp_t offset : {470U, 530U}) {
+    auto presses = filter();
+    presses.isFirstPress(left, 1000);
+    presses.released(right);
+    EXPECT_FALSE(presses.isFirstPress(left, 1000 + offset)) << offset;
+  }
+  for (const xcb_timestamp_t offset : {469U, 531U}) {
+    auto presses = filter();
+    presses.isFirstPress(left, 1000);
+    presses.released(right);
+    EXPECT_TRUE(presses.isFirstPress(left, 1000 + offset)) << offset;
+  }
+}
+
+TEST(RepeatFilter, TheServersTimeMayWrapWhileAKeyIsHeld) {
+  auto presses = filter();
+  presses.isFirstPress(left, std::numeric_limits<xcb_timestamp_t>::max() - 99);
+  presses.released(right);
+  EXPECT_FALSE(presses.isFirstPress(left, 400));
+}
+
+TEST(RepeatFilter, TheRepeatTimesAreAskedForOnlyWhenTheyMatter) {
+  int asked = 0;
+  RepeatFilter presses([&asked] {
+    ++asked;
+    return RepeatTimes{};
+  });
+  presses.isFirstPress(left, 1000);
+  presses.isFirstPress(left, 1660);
+  presses.released(left);
+  presses.isFirstPress(left, 1700);
+  EXPECT_EQ(asked, 0);
+}
+
+}  // namespace
+}  // namespace tilora::x11
