@@ -88,8 +88,8 @@ void readStates(ClientWindow& window, const Property& property, const Atoms& ato
 void readAllowedActions(ClientWindow& window, const Property& property, const Atoms& atoms) {
   const auto items = property.items(XCB_ATOM_ATOM);
   window.listsActions = property.isPresent();
-  window.mayMove = std::find(items.begin(), items.end(), atoms._NET_WM_ACTION_MOVE) != items.end();
-  window.mayResize = std::find(items.begin(), items.end(), atoms._NET_WM_ACTION_RESIZE) != items.end();
+  window.mayMove |= std::find(items.begin(), items.end(), atoms._NET_WM_ACTION_MOVE) != items.end();
+  window.mayResize |= std::find(items.begin(), items.end(), atoms._NET_WM_ACTION_RESIZE) != items.end();
 }
 
 void readDesktop(ClientWindow& window, const Property& property, const Atoms&) {

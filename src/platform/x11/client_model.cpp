@@ -25,8 +25,10 @@ constexpr std::size_t index(Enum value) {
 
 bool DesktopFacts::supports(xcb_atom_t atom) const { return std::find(supported.begin(), supported.end(), atom) != supported.end(); }
 
-struct ClientModel::SpecialFetch {
+/// The requests for what is out of date of one window.
+struct ClientModel::WindowFetch {
   ClientWindowRef window;
+  std::vector<std::pair<const PropertyField*, xcb_get_property_cookie_t>> properties;
   std::optional<xcb_get_geometry_cookie_t> geometry;
   std::optional<xcb_translate_coordinates_cookie_t> origin;
   std::optional<xcb_res_query_client_ids_cookie_t> client;
@@ -107,6 +109,8 @@ void ClientModel::configured(const xcb_configure_notify_event_t& event, bool syn
 
 void ClientModel::windowDestroyed(xcb_window_t id) {
   if (id == facts_.windowManager) {
+    // The next manager's check window may have the very same id.
+    setWindowManager(XCB_WINDOW_NONE, {});
     staleRoot_.set(index(RootField::check));
     return;
   }
@@ -202,9 +206,12 @@ void ClientModel::readWindowManager(xcb_window_t candidate) {
       name = titleProperty.text(connection_.atoms()).value_or("");
     }
   }
-  if (confirmed == facts_.windowManager) return;
+  if (confirmed != facts_.windowManager) setWindowManager(confirmed, name);
+}
+
+void ClientModel::setWindowManager(xcb_window_t window, const std::string& name) {
   if (facts_.windowManager != XCB_WINDOW_NONE) managerLostAt_ = std::chrono::steady_clock::now();
-  facts_.windowManager = confirmed;
+  facts_.windowManager = window;
   facts_.windowManagerName = name;
   changes_.windowManager = true;
   for (const auto field : {RootField::supported, RootField::clientList, RootField::active, RootField::currentDesktop,
@@ -268,71 +275,80 @@ void ClientModel::drop(const ClientWindowRef& window) {
 }
 
 void ClientModel::refreshWindows() {
-  if (stale_.empty()) return;
   const auto stale = std::exchange(stale_, {});
-  std::vector<Fetch> fetches;
-  std::vector<SpecialFetch> specials;
-  auto* xcb = connection_.xcb();
+  std::vector<WindowFetch> fetches;
+  fetches.reserve(stale.size());
   for (const auto& window : stale) {
     const auto fields = std::exchange(window->stale, {});
-    if (window->isGone) continue;
-    for (const auto& property : properties_) {
-      if (!fields.test(index(property.field))) continue;
-      fetches.push_back(
-          {window, &property, xcb_get_property(xcb, 0, window->id, property.atom, XCB_GET_PROPERTY_TYPE_ANY, 0, property.maximumLength)});
-    }
-    SpecialFetch special{window, {}, {}, {}};
-    if (fields.test(index(Field::size))) special.geometry = xcb_get_geometry(xcb, window->id);
-    if (fields.test(index(Field::position))) special.origin = xcb_translate_coordinates(xcb, window->id, connection_.root(), 0, 0);
-    if (fields.test(index(Field::clientId)) && connection_.extensions().resOpcode != 0) {
-      const xcb_res_client_id_spec_t wanted{window->id, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-      special.client = xcb_res_query_client_ids(xcb, 1, &wanted);
-    }
-    specials.push_back(std::move(special));
+    if (!window->isGone) fetches.push_back(requestFields(window, fields));
   }
   for (const auto& fetch : fetches) {
-    xcb_generic_error_t* error = nullptr;
-    const Property property{Reply<xcb_get_property_reply_t>{xcb_get_property_reply(xcb, fetch.cookie, &error)}};
-    const Reply<xcb_generic_error_t> owned{error};
-    if (owned || fetch.window->isGone) continue;
-    const bool hadStrut = fetch.window->strut || fetch.window->strutPartial;
-    fetch.property->read(*fetch.window, property, connection_.atoms());
-    changes_.struts |= hadStrut || fetch.window->strut || fetch.window->strutPartial;
-    fetched(fetch.window, fetch.property->field);
+    for (const auto& [property, cookie] : fetch.properties) collectProperty(fetch.window, *property, cookie);
+    if (fetch.geometry) collectSize(fetch.window, *fetch.geometry);
+    if (fetch.origin) collectPosition(fetch.window, *fetch.origin);
+    if (fetch.client) collectClient(*fetch.window, *fetch.client);
   }
-  for (const auto& special : specials) {
-    xcb_generic_error_t* error = nullptr;
-    if (special.geometry) {
-      const Reply<xcb_get_geometry_reply_t> reply{xcb_get_geometry_reply(xcb, *special.geometry, &error)};
-      const Reply<xcb_generic_error_t> owned{std::exchange(error, nullptr)};
-      if (reply) {
-        special.window->client.width = reply->width;
-        special.window->client.height = reply->height;
-      } else if (!special.window->isGone) {
-        drop(special.window);
-      }
-    }
-    if (special.origin) {
-      const Reply<xcb_translate_coordinates_reply_t> reply{xcb_translate_coordinates_reply(xcb, *special.origin, &error)};
-      const Reply<xcb_generic_error_t> owned{std::exchange(error, nullptr)};
-      if (reply) {
-        special.window->client.x = reply->dst_x;
-        special.window->client.y = reply->dst_y;
-        touch(special.window);
-      }
-    }
-    if (special.client) {
-      const Reply<xcb_res_query_client_ids_reply_t> reply{xcb_res_query_client_ids_reply(xcb, *special.client, &error)};
-      const Reply<xcb_generic_error_t> owned{std::exchange(error, nullptr)};
-      special.window->clientProcess = 0;
-      if (reply) {
-        for (auto it = xcb_res_query_client_ids_ids_iterator(reply.get()); it.rem > 0; xcb_res_client_id_value_next(&it)) {
-          if ((it.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 && it.data->length >= 4) {
-            special.window->clientProcess = *xcb_res_client_id_value_value(it.data);
-          }
-        }
-      }
-    }
+}
+
+ClientModel::WindowFetch ClientModel::requestFields(const ClientWindowRef& window, const std::bitset<fieldCount>& fields) const {
+  auto* xcb = connection_.xcb();
+  WindowFetch fetch{window, {}, {}, {}, {}};
+  for (const auto& property : properties_) {
+    if (!fields.test(index(property.field))) continue;
+    fetch.properties.emplace_back(
+        &property, xcb_get_property(xcb, 0, window->id, property.atom, XCB_GET_PROPERTY_TYPE_ANY, 0, property.maximumLength));
+  }
+  if (fields.test(index(Field::size))) fetch.geometry = xcb_get_geometry(xcb, window->id);
+  if (fields.test(index(Field::position))) fetch.origin = xcb_translate_coordinates(xcb, window->id, connection_.root(), 0, 0);
+  if (fields.test(index(Field::clientId)) && connection_.extensions().resOpcode != 0) {
+    const xcb_res_client_id_spec_t wanted{window->id, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    fetch.client = xcb_res_query_client_ids(xcb, 1, &wanted);
+  }
+  return fetch;
+}
+
+void ClientModel::collectProperty(const ClientWindowRef& window, const PropertyField& field, xcb_get_property_cookie_t cookie) {
+  xcb_generic_error_t* error = nullptr;
+  const Property property{Reply<xcb_get_property_reply_t>{xcb_get_property_reply(connection_.xcb(), cookie, &error)}};
+  const Reply<xcb_generic_error_t> owned{error};
+  if (owned || window->isGone) return;
+  const bool hadStrut = window->strut || window->strutPartial;
+  field.read(*window, property, connection_.atoms());
+  changes_.struts |= hadStrut || window->strut || window->strutPartial;
+  fetched(window, field.field);
+}
+
+void ClientModel::collectSize(const ClientWindowRef& window, xcb_get_geometry_cookie_t cookie) {
+  xcb_generic_error_t* error = nullptr;
+  const Reply<xcb_get_geometry_reply_t> reply{xcb_get_geometry_reply(connection_.xcb(), cookie, &error)};
+  const Reply<xcb_generic_error_t> owned{error};
+  if (reply) {
+    window->client.width = reply->width;
+    window->client.height = reply->height;
+  } else if (!window->isGone) {
+    drop(window);
+  }
+}
+
+void ClientModel::collectPosition(const ClientWindowRef& window, xcb_translate_coordinates_cookie_t cookie) {
+  xcb_generic_error_t* error = nullptr;
+  const Reply<xcb_translate_coordinates_reply_t> reply{xcb_translate_coordinates_reply(connection_.xcb(), cookie, &error)};
+  const Reply<xcb_generic_error_t> owned{error};
+  if (!reply) return;
+  window->client.x = reply->dst_x;
+  window->client.y = reply->dst_y;
+  touch(window);
+}
+
+void ClientModel::collectClient(ClientWindow& window, xcb_res_query_client_ids_cookie_t cookie) {
+  xcb_generic_error_t* error = nullptr;
+  const Reply<xcb_res_query_client_ids_reply_t> reply{xcb_res_query_client_ids_reply(connection_.xcb(), cookie, &error)};
+  const Reply<xcb_generic_error_t> owned{error};
+  window.clientProcess = 0;
+  if (!reply) return;
+  for (auto it = xcb_res_query_client_ids_ids_iterator(reply.get()); it.rem > 0; xcb_res_client_id_value_next(&it)) {
+    const bool isProcess = (it.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 && it.data->length >= sizeof(std::uint32_t);
+    if (isProcess) window.clientProcess = *xcb_res_client_id_value_value(it.data);
   }
 }
 

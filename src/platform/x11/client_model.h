@@ -1,6 +1,7 @@
 // Everything the desktop is known to hold, kept true by events: the window manager, its windows, the active one.
 #pragma once
 
+#include <xcb/res.h>
 #include <xcb/xcb.h>
 
 #include <cstdint>
@@ -83,12 +84,7 @@ class ClientModel {
     xcb_atom_t atom;
     std::uint32_t maximumLength;
   };
-  struct Fetch {
-    ClientWindowRef window;
-    const PropertyField* property;
-    xcb_get_property_cookie_t cookie;
-  };
-  struct SpecialFetch;
+  struct WindowFetch;
 
   void rootPropertyChanged(xcb_atom_t atom);
   void windowPropertyChanged(ClientWindow& window, xcb_atom_t atom);
@@ -98,8 +94,14 @@ class ClientModel {
   void refreshRoot();
   void readRoot(RootField field, const Property& property);
   void readWindowManager(xcb_window_t candidate);
+  void setWindowManager(xcb_window_t window, const std::string& name);
   void readClientList(const std::vector<std::uint32_t>& ids);
   void refreshWindows();
+  WindowFetch requestFields(const ClientWindowRef& window, const std::bitset<fieldCount>& fields) const;
+  void collectProperty(const ClientWindowRef& window, const PropertyField& field, xcb_get_property_cookie_t cookie);
+  void collectSize(const ClientWindowRef& window, xcb_get_geometry_cookie_t cookie);
+  void collectPosition(const ClientWindowRef& window, xcb_translate_coordinates_cookie_t cookie);
+  void collectClient(ClientWindow& window, xcb_res_query_client_ids_cookie_t cookie);
   void fetched(const ClientWindowRef& window, Field field);
   ClientWindowRef adopt(xcb_window_t id);
   void drop(const ClientWindowRef& window);

@@ -122,7 +122,8 @@ struct ClientWindow {
   WindowType type = WindowType::unset;
   xcb_window_t transientFor = XCB_WINDOW_NONE;
   WindowStates states;
-  /// Whether the window manager lists its allowed actions at all, and which of those in use it lists.
+  /// Whether the window manager lists its allowed actions at all, and which of those in use it has ever listed: some take them from the
+  /// list while the window is iconic, maximised or on another desktop.
   bool listsActions = false;
   bool mayMove = false;
   bool mayResize = false;

@@ -10,7 +10,7 @@ DesktopState::DesktopState(Connection& server, xcb_window_t helper, MainQueue& m
       events(server),
       clock(server, events, helper),
       model(server),
-      focus(server, model, mainQueue, helper, std::move(focusChanged)),
+      focus(server, model, mainQueue, clock, helper, std::move(focusChanged)),
       frames(server, layout),
       hides(server),
       changes(server, model, frames, hides, focus, clock),

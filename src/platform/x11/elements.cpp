@@ -51,7 +51,7 @@ std::optional<AttributeValue> WindowElement::value(AttributeName name) const {
 
 bool WindowElement::canBeMoved() const {
   if (window_->states.fullscreen) return false;
-  // A manager may withhold the action from a window that is maximised or iconic; ours is made neither before it is moved.
+  // Seen for the first time while it is maximised or iconic, it may have lost the action for so long.
   return !window_->listsActions || window_->mayMove || window_->states.maximized() || window_->states.hidden;
 }
 

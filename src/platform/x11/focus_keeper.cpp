@@ -2,23 +2,24 @@
 #include "platform/x11/focus_keeper.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/x11/requests.h"
 
 namespace tilora::x11 {
 namespace {
 
-/// No longer than this a key press waits, whatever the window manager does.
+/// No longer than this a key press waits and a change of focus goes unreported, whatever the window manager does.
 constexpr auto longestHold = std::chrono::milliseconds(250);
 
 }  // namespace
 
-FocusKeeper::FocusKeeper(Connection& connection, const ClientModel& model, MainQueue& mainQueue, xcb_window_t helper,
+FocusKeeper::FocusKeeper(Connection& connection, const ClientModel& model, MainQueue& mainQueue, ServerClock& clock, xcb_window_t helper,
                          std::function<void()> changed)
-    : connection_(connection), model_(model), mainQueue_(mainQueue), helper_(helper), changed_(std::move(changed)) {}
+    : connection_(connection), model_(model), mainQueue_(mainQueue), clock_(clock), helper_(helper), changed_(std::move(changed)) {}
 
 FocusKeeper::~FocusKeeper() {
-  if (hold_) letGo();
+  if (hold_) end();
 }
 
 void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored) {
@@ -31,16 +32,16 @@ void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored) {
     const auto anchor = model_.find(reported_);
     if (anchor && !anchor->states.hidden && anchor->isOn(model_.facts().currentDesktop)) hold_->anchor = reported_;
   }
+  hold_->keyboardIsHeld = true;
   hold_->restored.insert(hold_->restored.end(), restored.begin(), restored.end());
 }
 
-void FocusKeeper::giveBack(xcb_timestamp_t time) {
+void FocusKeeper::giveBack(const WindowManagerTraits& traits, xcb_timestamp_t time) {
   if (!hold_) return;
-  const xcb_window_t target = hold_->anchor != XCB_WINDOW_NONE ? hold_->anchor : hold_->restored.back()->id;
-  requestActivation(connection_, target, time);
+  if (hold_->anchor == XCB_WINDOW_NONE) hold_->anchor = hold_->restored.back()->id;
+  requestActivation(connection_, hold_->anchor, time);
   requestFrameExtents(connection_, helper_);
-  hold_->managerAnswered = !model_.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
-  hold_->asked = true;
+  hold_->managerAnswers = traits.answersFrameExtents && model_.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
   startGuard();
 }
 
@@ -49,31 +50,34 @@ bool FocusKeeper::isOurs(xcb_window_t active) const {
   return std::ranges::any_of(hold_->restored, [&](const ClientWindowRef& window) { return window->id == active; });
 }
 
-bool FocusKeeper::isDone() const {
-  if (!hold_->asked || !hold_->managerAnswered) return false;
-  const xcb_window_t active = model_.facts().active;
-  if (hold_->anchor != XCB_WINDOW_NONE ? active != hold_->anchor : active == XCB_WINDOW_NONE) return false;
-  return std::ranges::all_of(hold_->restored, [](const ClientWindowRef& window) { return window->isGone || !window->states.hidden; });
-}
+bool FocusKeeper::isBack(xcb_window_t active) const { return hold_->strayed && active == hold_->anchor; }
 
 bool FocusKeeper::update() {
   const xcb_window_t active = model_.facts().active;
   if (hold_) {
-    if (isOurs(active) && !isDone()) return false;
-    letGo();
+    const bool ours = isOurs(active);
+    hold_->strayed |= ours && active != XCB_WINDOW_NONE && active != hold_->anchor;
+    if (ours && !isBack(active)) return false;
+    if (ours && hold_->keyboardIsHeld && hold_->managerAnswers) return false;
+    end();
   }
   return std::exchange(reported_, active) != active;
 }
 
 void FocusKeeper::handleEvent(const xcb_generic_event_t& event) {
-  if (!hold_ || !hold_->asked || (event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
+  if (!hold_ || !hold_->managerAnswers || (event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
   const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-  if (change.window == helper_ && change.atom == connection_.atoms()._NET_FRAME_EXTENTS) hold_->managerAnswered = true;
+  if (change.window == helper_ && change.atom == connection_.atoms()._NET_FRAME_EXTENTS) releaseKeyboard();
 }
 
-void FocusKeeper::letGo() {
+void FocusKeeper::releaseKeyboard() {
+  if (!std::exchange(hold_->keyboardIsHeld, false)) return;
   xcb_ungrab_keyboard(connection_.xcb(), XCB_CURRENT_TIME);
   connection_.flush();
+}
+
+void FocusKeeper::end() {
+  releaseKeyboard();
   hold_.reset();
   ++generation_;
 }
@@ -89,11 +93,11 @@ void FocusKeeper::guardElapsed() {
   if (!hold_) return;
   const xcb_window_t anchor = hold_->anchor;
   const xcb_window_t active = model_.facts().active;
-  const bool strayed = anchor != XCB_WINDOW_NONE && active != anchor && isOurs(active) && model_.find(anchor) != nullptr;
-  letGo();
+  const bool strayed = active != anchor && isOurs(active) && model_.find(anchor) != nullptr;
+  end();
   // The manager was slow or refused: ask once more, without holding up the user any longer.
   if (strayed) {
-    requestActivation(connection_, anchor, XCB_CURRENT_TIME);
+    requestActivation(connection_, anchor, clock_.now());
     connection_.flush();
   }
   if (std::exchange(reported_, active) != active) changed_();

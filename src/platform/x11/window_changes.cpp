@@ -26,21 +26,27 @@ bool WindowChanges::commit() {
     if (HideWriter::isToBeHidden(*window)) {
       hides_.hide(*window);
       asked = true;
-    } else if (HideWriter::isToBeRestored(*window)) {
+    } else if (HideWriter::isToBeRestored(*window) && !followsItsParent(*window)) {
       waiting.push_back(window);
     } else {
       hides_.storeMarks(*window);
     }
   }
   written_ = std::move(waiting);
-  if (focusIsAtStake) focus_.giveBack(time);
+  if (focusIsAtStake) focus_.giveBack(traits, time);
   connection_.flush();
   return asked;
+}
+
+bool WindowChanges::followsItsParent(const ClientWindow& window) const {
+  const auto parent = window.isTransient() ? model_.find(window.transientFor) : nullptr;
+  return parent && parent->marks.any();
 }
 
 std::vector<ClientWindowRef> WindowChanges::takeRestorable(const WindowManagerTraits& traits) {
   std::vector<ClientWindowRef> windows;
   for (const auto& window : written_) {
+    if (followsItsParent(*window)) continue;
     const bool canBe = window->isOn(model_.facts().currentDesktop) ||
                        (traits.restore == RestoreMethod::map && traits.elsewhere == RestoreElsewhere::inPlace);
     if (HideWriter::isToBeRestored(*window) && canBe) windows.push_back(window);

@@ -27,6 +27,8 @@ class WindowChanges {
   bool commit();
 
  private:
+  /// Whether the window is a dialog of one that stays iconic: window managers bring it back together with that one.
+  bool followsItsParent(const ClientWindow& window) const;
   std::vector<ClientWindowRef> takeRestorable(const WindowManagerTraits& traits);
 
   Connection& connection_;

@@ -29,6 +29,8 @@ struct WindowManagerTraits {
   /// Whether `restore` moves the focus.
   bool restoreFocuses = true;
   RestoreElsewhere elsewhere = RestoreElsewhere::unreliable;
+  /// Whether it answers _NET_REQUEST_FRAME_EXTENTS, which tells that it has dealt with everything before.
+  bool answersFrameExtents = true;
 };
 
 /// The traits of the manager that names itself so (_NET_WM_NAME of its check window). An unknown one is treated by the book.

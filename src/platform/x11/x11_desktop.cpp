@@ -9,6 +9,7 @@
 #include "platform/x11/clean_end.h"
 #include "platform/x11/desktop_state.h"
 #include "platform/x11/elements.h"
+#include "platform/x11/helper_window.h"
 #include "platform/x11/hot_keys.h"
 #include "platform/x11/pointer.h"
 #include "platform/x11/session_support.h"
@@ -31,7 +32,8 @@ class X11Desktop::Parts {
       : connection_(connection),
         instance_(instance),
         mainQueue_(mainQueue),
-        state(connection, instance.window(), mainQueue, [this] { focusMoved(); }),
+        helper_(connection),
+        state(connection, helper_.id(), mainQueue, [this] { focusMoved(); }),
         accessibility(state),
         workspace(state, mainQueue),
         screens(state),
@@ -66,6 +68,7 @@ class X11Desktop::Parts {
   Connection& connection_;
   Instance& instance_;
   MainQueue& mainQueue_;
+  HelperWindow helper_;
   bool screensAreStale_ = false;
   bool reviewIsDue_ = false;
   std::uint64_t lastFocusSerial_ = 0;
