@@ -43,6 +43,16 @@ std::string placementKey(std::string_view appIdentifier, std::string_view window
   return key;
 }
 
+WindowPairings reciprocalPairings(const WindowPairings& pairings, const WindowKeySet& live) {
+  WindowPairings kept;
+  for (const auto& [a, b] : pairings) {
+    if (!live.contains(a) || !live.contains(b) || a == b) continue;
+    const auto back = pairings.find(b);
+    if (back != pairings.end() && back->second == a) kept.emplace(a, b);
+  }
+  return kept;
+}
+
 WindowPlacement PlacementMemory::placementOf(const WindowKey& key) const {
   const auto entry = windowPlacements_.find(key);
   return entry == windowPlacements_.end() ? WindowPlacement::full : entry->second;
@@ -87,15 +97,7 @@ std::optional<WindowPlacement> PlacementMemory::preferenceFor(const ManagedWindo
   return stored(window.appIdentifier);
 }
 
-void PlacementMemory::prunePairings(const WindowKeySet& live) {
-  WindowPairings kept;
-  for (const auto& [a, b] : windowPairings_) {
-    if (!live.contains(a) || !live.contains(b) || a == b) continue;
-    const auto back = windowPairings_.find(b);
-    if (back != windowPairings_.end() && back->second == a) kept.emplace(a, b);
-  }
-  windowPairings_ = std::move(kept);
-}
+void PlacementMemory::prunePairings(const WindowKeySet& live) { windowPairings_ = reciprocalPairings(windowPairings_, live); }
 
 void PlacementMemory::dropUnplacedPairings(const WindowKeySet& live) {
   if (windowPairings_.empty()) return;

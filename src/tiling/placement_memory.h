@@ -31,6 +31,9 @@ using VisibleWindowKeys = TextMap<WindowKeySet>;
 /// The name under which the choice for one kind of window of an application is remembered.
 std::string placementKey(std::string_view appIdentifier, std::string_view windowIdentity);
 
+/// The entries of `pairings` that join two different live windows and lead back.
+WindowPairings reciprocalPairings(const WindowPairings& pairings, const WindowKeySet& live);
+
 /// The four maps of the engine and every rule that changes them. It knows no desktop.
 ///
 /// After each pass every key of placements and pairings is a live window, pairings are reciprocal and join two different windows, one of
