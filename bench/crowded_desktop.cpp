@@ -1,0 +1,76 @@
+// A desktop with many windows.
+#include "crowded_desktop.h"
+
+#include <array>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "platform/simulated/builder.h"
+#include "tiling/retile.h"
+
+namespace tilora::bench {
+namespace {
+
+constexpr Rect firstScreen = {0, 0, 2560, 1440};
+constexpr Rect secondScreen = {2560, 0, 1920, 1080};
+constexpr double gap = 12;
+
+constexpr std::array neededAttributes = {AttributeName::role,       AttributeName::subrole, AttributeName::minimized,
+                                         AttributeName::position,   AttributeName::size,    AttributeName::windowNumber,
+                                         AttributeName::identifier, AttributeName::title};
+
+std::string bundleOf(std::size_t application) { return "com.example.application" + std::to_string(application); }
+
+std::unique_ptr<simulated::SimulatedDesktop> crowd(std::size_t windows, std::size_t windowsPerApplication) {
+  auto builder = simulated::desktop();
+  builder.screen(1, firstScreen, firstScreen).screen(2, secondScreen, secondScreen);
+  for (std::size_t i = 0; i < windows; ++i) {
+    const std::size_t application = i / windowsPerApplication;
+    if (i % windowsPerApplication == 0) builder.app(static_cast<ProcessId>(100 + application), bundleOf(application));
+    const Rect frame = {static_cast<double>(i % 40) * 100, 80, 640, 480};
+    builder.window(i + 1, {.title = "Document " + std::to_string(i), .frame = frame}).attribute(AttributeName::minimized, false);
+    if (i % 5 == 4) builder.attribute(AttributeName::identifier, "Palette " + std::to_string(i));
+    builder.settable(AttributeName::hidden);
+  }
+  return builder.front(100, 1).build();
+}
+
+PlacementPreferences choices() {
+  PlacementPreferences preferences;
+  for (std::size_t i = 0; i < 50; ++i) {
+    preferences.emplace(placementKey(bundleOf(i), "title:document " + std::to_string(i)),
+                        i % 2 == 0 ? WindowPlacement::left : WindowPlacement::right);
+  }
+  return preferences;
+}
+
+}  // namespace
+
+CrowdedDesktop::CrowdedDesktop(std::size_t windows, std::size_t windowsPerApplication)
+    : simulated_(crowd(windows, windowsPerApplication)), desktop_(simulated_->interfaces()) {
+  simulated_->observeEffects([](const simulated::Effect&) {});
+  memory_.setAppPlacementPreferences(choices());
+  // The first pass hides what is not shown; those that follow find everything in its place.
+  pass();
+  pass();
+}
+
+void CrowdedDesktop::pass() { retile(desktop_, memory_, gap); }
+
+std::size_t CrowdedDesktop::bareReads() {
+  std::size_t count = 0;
+  for (const auto& application : desktop_.workspace.runningApplications()) {
+    const auto element = desktop_.accessibility.applicationElement(application->processIdentifier());
+    const auto windows = element->value(AttributeName::windows);
+    for (const auto& window : std::get<std::vector<Element>>(*windows)) {
+      std::size_t readable = window->isSettable(AttributeName::position).value_or(false) ? 1 : 0;
+      for (const auto name : neededAttributes) readable += window->value(name) ? 1 : 0;
+      if (readable > 0) ++count;
+    }
+  }
+  return count;
+}
+
+}  // namespace tilora::bench

@@ -1,0 +1,29 @@
+// A desktop with many windows, and the two things whose cost is compared on it: a pass, and the reads alone that a pass cannot do without.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+#include "platform/simulated/simulated_desktop.h"
+#include "tiling/placement_memory.h"
+
+namespace tilora::bench {
+
+/// Two screens full of standard windows with titles of their own, one in five of them with an identifier; the first window has the focus.
+/// The user has chosen a placement for some kinds of window.
+class CrowdedDesktop {
+ public:
+  CrowdedDesktop(std::size_t windows, std::size_t windowsPerApplication);
+
+  /// One pass of the engine.
+  void pass();
+  /// Reads, and throws away, each attribute that a pass needs to know of each window: nine a window. Answers how many windows there were.
+  std::size_t bareReads();
+
+ private:
+  std::unique_ptr<simulated::SimulatedDesktop> simulated_;
+  Desktop desktop_;
+  PlacementMemory memory_;
+};
+
+}  // namespace tilora::bench
