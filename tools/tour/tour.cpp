@@ -141,19 +141,31 @@ void Tour::useSecondMonitor() {
   waitFor({{*qtEditor_, Place::full}});
   desktop_.addSecondMonitor();
   waitFor({{*qtEditor_, Place::full}});
-  const PixelRect from = desktop_.display().frame(qtEditor_->window).value_or(PixelRect{});
-  desktop_.keyboard().press(Key::leftAlt);
-  desktop_.pointer().moveTo(from.x + from.width / 2, from.y + from.height / 2);
-  desktop_.pointer().press();
-  desktop_.pointer().moveTo(from.x + from.width, from.y + from.height / 2);
-  desktop_.pointer().moveTo(EmbeddedDesktop::secondMonitor.x + EmbeddedDesktop::secondMonitor.width / 2, from.y + from.height / 2);
-  desktop_.pointer().release();
-  desktop_.keyboard().release(Key::leftAlt);
+  dragToSecondMonitor(*qtEditor_);
   expect("A second screen: the Qt editor is dragged to it, and each screen has its own windows", "second-screen",
          {{*qtEditor_, Place::full, EmbeddedDesktop::secondMonitor}, {*gtkEditor_, Place::left}});
   press(Key::rightBracket);
   expect("The shortcuts work on the screen of the active window", "second-screen-right",
          {{*qtEditor_, Place::right, EmbeddedDesktop::secondMonitor}, {*gtkEditor_, Place::left}});
+}
+
+void Tour::dragToSecondMonitor(const Program& program) {
+  harness::Display& display = desktop_.display();
+  const PixelRect from = display.frame(program.window).value_or(PixelRect{});
+  const int row = from.y + from.height / 2;
+  desktop_.keyboard().press(Key::leftAlt);
+  desktop_.pointer().moveTo(from.x + from.width / 2, row);
+  desktop_.pointer().press();
+  desktop_.pointer().moveTo(from.x + from.width, row);
+  desktop_.pointer().moveTo(EmbeddedDesktop::secondMonitor.x + EmbeddedDesktop::secondMonitor.width / 2, row);
+  const auto follows = [&] {
+    const auto frame = display.frame(program.window);
+    return frame && frame->x + frame->width / 2 > EmbeddedDesktop::secondMonitor.x;
+  };
+  const bool followed = desktop_.waitUntil(follows);
+  desktop_.pointer().release();
+  desktop_.keyboard().release(Key::leftAlt);
+  if (!followed) throw Failure(program.name + " does not follow the pointer");
 }
 
 void Tour::switchDesktop() {

@@ -46,6 +46,8 @@ class Tour {
 
   void press(harness::Key key);
   void startTilora();
+  /// As window managers move a window: with Alt held and the first button pressed.
+  void dragToSecondMonitor(const Program& program);
   /// Waits until exactly these windows of the current desktop are seen, where they must be, the first with the keyboard; takes the picture
   /// of the step and checks again. `what` says what happened, `name` is for the picture.
   void expect(const std::string& what, const std::string& name, const std::vector<Seen>& seen);

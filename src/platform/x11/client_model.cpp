@@ -97,8 +97,9 @@ void ClientModel::configured(const xcb_configure_notify_event_t& event, bool syn
   if (!window) return;
   PixelRect client{window->client.x, window->client.y, event.width, event.height};
   if (synthetic) {
-    client.x = event.x;
-    client.y = event.y;
+    // The place of the outer edge of the border that the window declared (ICCCM 4.1.5), whether or not the manager left it one.
+    client.x = event.x + event.border_width;
+    client.y = event.y + event.border_width;
   } else {
     markStale(*window, Field::position);  // the coordinates of a real one are relative to the decoration
   }

@@ -92,6 +92,10 @@ struct PendingFrame {
   /// The decorations and shadow that the request reckoned with.
   Extents decoration;
   Extents shadow;
+  /// How far from the requested place the manager puts this window. Openbox reckons with the border that a window declared, and takes the
+  /// border away, so that nothing but the outcome tells.
+  int driftX = 0;
+  int driftY = 0;
   /// What the window made of the request, and stays.
   std::optional<PixelRect> accepted;
   /// Whether the window has answered the last request.

@@ -18,6 +18,9 @@ constexpr auto rest = std::chrono::seconds(2);
 /// X windows are placed with 16-bit coordinates.
 constexpr double farthest = 32000;
 
+/// No window has a border wider than this.
+constexpr int widestBorder = 8;
+
 int rounded(double value) { return static_cast<int>(std::lround(std::clamp(value, -farthest, farthest))); }
 
 int limited(int value, int least, int most) {
@@ -27,6 +30,15 @@ int limited(int value, int least, int most) {
 
 /// Moves the range [start, start + extent) into [low, high), its beginning first.
 int movedInto(int start, int extent, int low, int high) { return std::max(std::min(start, high - extent), low); }
+
+/// Takes in that the request for a place was answered with `visible`.
+void learnDrift(PendingFrame& frame, const PixelRect& visible) {
+  const int x = visible.x - frame.requested->x;
+  const int y = visible.y - frame.requested->y;
+  if (std::abs(x) > widestBorder || std::abs(y) > widestBorder) return;
+  frame.driftX += x;
+  frame.driftY += y;
+}
 
 long overlap(const PixelRect& a, const PixelRect& b) {
   const PixelRect common = intersection(a, b);
@@ -79,7 +91,9 @@ void FrameWriter::write(ClientWindow& window, Clock::time_point now) {
     }
     return request(window, visible, resize, now);
   }
-  if (shouldRequest(frame, current, now)) request(window, visible, resize, now);
+  if (!shouldRequest(frame, current, now)) return;
+  learnDrift(frame, current);
+  request(window, visible, resize, now);
 }
 
 bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, Clock::time_point now) const {
@@ -96,6 +110,7 @@ bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, C
   if (frame.attempts < mostAttempts) return true;
   if (!rested) return false;
   frame.accepted = visible;
+  if (visible.x != frame.requested->x || visible.y != frame.requested->y) frame.driftX = frame.driftY = 0;
   return false;
 }
 
@@ -113,7 +128,10 @@ void FrameWriter::changed(ClientWindow& window, Clock::time_point now) {
 void FrameWriter::request(ClientWindow& window, const PixelRect& visible, bool resize, Clock::time_point now) {
   PendingFrame& frame = window.frame;
   if (window.states.maximized()) requestUnmaximize(connection_, window.id);
-  requestFrame(connection_, window.id, clientRect(visible, window.decoration, window.shadow), resize);
+  PixelRect client = clientRect(visible, window.decoration, window.shadow);
+  client.x -= frame.driftX;
+  client.y -= frame.driftY;
+  requestFrame(connection_, window.id, client, resize);
   frame.requested = visible;
   frame.decoration = window.decoration;
   frame.shadow = window.shadow;
