@@ -156,9 +156,10 @@ void Tour::dragToSecondMonitor(const Program& program) {
   desktop_.keyboard().press(Key::leftAlt);
   desktop_.pointer().moveTo(from.x + from.width / 2, row);
   desktop_.pointer().press();
-  desktop_.pointer().moveTo(from.x + from.width, row);
-  desktop_.pointer().moveTo(EmbeddedDesktop::secondMonitor.x + EmbeddedDesktop::secondMonitor.width / 2, row);
+  // A window manager begins to move a window with the first motion and follows the later ones, of which it may skip any.
+  int column = EmbeddedDesktop::secondMonitor.x + EmbeddedDesktop::secondMonitor.width / 2;
   const auto follows = [&] {
+    desktop_.pointer().moveTo(++column, row);
     const auto frame = display.frame(program.window);
     return frame && frame->x + frame->width / 2 > EmbeddedDesktop::secondMonitor.x;
   };
@@ -172,8 +173,10 @@ void Tour::switchDesktop() {
   harness::Display& display = desktop_.display();
   desktop_.keyboard().chord({Key::leftControl, Key::leftAlt, Key::rightArrow});
   if (!desktop_.waitUntil([&] { return display.currentDesktop() == 1; })) throw Failure("Ctrl+Alt+Right does not switch the desktop");
-  const Program& second = desktop_.start("the second terminal", "XTerm", {"xterm", "-T", "Second", "-fa", "DejaVu Sans Mono", "-fs", "11"});
-  expect("On the second virtual desktop a new terminal is tiled by itself", "second-desktop", {{second, Place::full}});
+  const Program& second = desktop_.start(
+      "another terminal", "UXTerm",
+      {"xterm", "-class", "UXTerm", "-T", "Another terminal", "-fa", "DejaVu Sans Mono", "-fs", "11", "-bg", "#2e3440", "-fg", "#d8dee9"});
+  expect("On the second virtual desktop another terminal is tiled by itself", "second-desktop", {{second, Place::full}});
   desktop_.keyboard().chord({Key::leftControl, Key::leftAlt, Key::leftArrow});
   if (!desktop_.waitUntil([&] { return display.currentDesktop() == 0; })) throw Failure("Ctrl+Alt+Left does not switch the desktop");
   expect("Back on the first one everything is as it was", "first-desktop",
