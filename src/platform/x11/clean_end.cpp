@@ -2,6 +2,7 @@
 #include "platform/x11/clean_end.h"
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <ranges>
 #include <vector>
@@ -11,6 +12,11 @@
 
 namespace tilora::x11 {
 namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// A manager that does not do what it was asked for does not keep the program from ending.
+constexpr auto longestWait = std::chrono::milliseconds(250);
 
 std::vector<ClientWindowRef> hiddenWindows(const ClientModel& model) {
   std::vector<ClientWindowRef> hidden;
@@ -66,15 +72,34 @@ class CleanEnd {
     visited_ |= visit;
   }
 
-  void comeBack() {
-    if (visited_) requestCurrentDesktop(connection_, state_.model.facts().currentDesktop, time_);
+  void comeBack(std::uint32_t desktop) {
+    if (!visited_) return;
+    requestCurrentDesktop(connection_, desktop, time_);
+    follow([&] { return state_.model.facts().currentDesktop == desktop; });
   }
 
-  void focus(const ClientWindowRef& window) {
-    if (window) requestActivation(connection_, window->id, time_);
+  /// Gives the focus back once it has arrived at `last`: managers ignore a request that comes before they have noticed.
+  void focus(const ClientWindowRef& window, const ClientWindowRef& last) {
+    if (!window) return;
+    if (last) follow([&] { return state_.model.facts().active == last->id; });
+    requestActivation(connection_, window->id, state_.clock.now());
+    follow([&] { return state_.model.facts().active == window->id; });
   }
 
  private:
+  /// Takes in events until `holds` answers true, for a moment at most.
+  template <class Predicate>
+  void follow(Predicate holds) {
+    connection_.flush();
+    const auto deadline = Clock::now() + longestWait;
+    while (true) {
+      while (const auto event = state_.events.poll()) state_.model.handleEvent(*event);
+      state_.model.refresh();
+      const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+      if (holds() || left.count() <= 0 || connection_.failed() || !state_.events.waitForInput(left)) return;
+    }
+  }
+
   DesktopState& state_;
   Connection& connection_;
   WindowManagerTraits traits_;
@@ -106,9 +131,9 @@ void showHiddenWindows(DesktopState& state) {
   }
   CleanEnd end(state);
   for (const auto& [desktop, windows] : elsewhere) end.restoreOn(desktop, windows);
-  end.comeBack();
+  end.comeBack(current);
   end.restoreHere(here);
-  end.focus(focused);
+  end.focus(focused, here.empty() ? nullptr : here.back());
   synchronize(state.connection.xcb());
 }
 

@@ -1,8 +1,10 @@
 // The events of the connection, those included that arrived while an answer was waited for.
 #pragma once
 
+#include <poll.h>
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <deque>
 
 #include "platform/x11/connection.h"
@@ -23,6 +25,11 @@ class EventQueue {
   Reply<xcb_generic_event_t> pollQueued() {
     if (auto event = takeKept()) return event;
     return Reply<xcb_generic_event_t>{xcb_poll_for_queued_event(connection_.xcb())};
+  }
+  /// Waits until there is something to read from the socket, at most so long. False: there is not.
+  bool waitForInput(std::chrono::milliseconds longest) {
+    pollfd socket{xcb_get_file_descriptor(connection_.xcb()), POLLIN, 0};
+    return ::poll(&socket, 1, static_cast<int>(longest.count())) > 0;
   }
   /// Waits for an event for which `matches` answers true and returns it; others are kept for later. Null when the connection is lost.
   template <class Predicate>

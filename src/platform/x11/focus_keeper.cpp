@@ -36,13 +36,21 @@ void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored) {
   hold_->restored.insert(hold_->restored.end(), restored.begin(), restored.end());
 }
 
-void FocusKeeper::giveBack(const WindowManagerTraits& traits, xcb_timestamp_t time) {
+void FocusKeeper::giveBack(const WindowManagerTraits& traits) {
   if (!hold_) return;
-  if (hold_->anchor == XCB_WINDOW_NONE) hold_->anchor = hold_->restored.back()->id;
-  requestActivation(connection_, hold_->anchor, time);
-  requestFrameExtents(connection_, helper_);
   hold_->managerAnswers = traits.answersFrameExtents && model_.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
+  hold_->sent = true;
+  hold_->askedBack = false;
+  if (!traits.restoreFocuses) requestActivation(connection_, hold_->restored.back()->id, clock_.now());
   startGuard();
+}
+
+void FocusKeeper::askBack() {
+  hold_->askedBack = true;
+  if (hold_->anchor == XCB_WINDOW_NONE) hold_->anchor = hold_->restored.back()->id;
+  requestActivation(connection_, hold_->anchor, clock_.now());
+  requestFrameExtents(connection_, helper_);
+  connection_.flush();
 }
 
 bool FocusKeeper::isOurs(xcb_window_t active) const {
@@ -50,22 +58,20 @@ bool FocusKeeper::isOurs(xcb_window_t active) const {
   return std::ranges::any_of(hold_->restored, [&](const ClientWindowRef& window) { return window->id == active; });
 }
 
-bool FocusKeeper::isBack(xcb_window_t active) const { return hold_->strayed && active == hold_->anchor; }
-
 bool FocusKeeper::update() {
   const xcb_window_t active = model_.facts().active;
+  if (hold_ && !isOurs(active)) end();  // the user chose another window meanwhile
   if (hold_) {
-    const bool ours = isOurs(active);
-    hold_->strayed |= ours && active != XCB_WINDOW_NONE && active != hold_->anchor;
-    if (ours && !isBack(active)) return false;
-    if (ours && hold_->keyboardIsHeld && hold_->managerAnswers) return false;
+    if (hold_->sent && !hold_->askedBack && active == hold_->restored.back()->id) askBack();
+    const bool isBack = hold_->askedBack && active == hold_->anchor;
+    if (!isBack || (hold_->keyboardIsHeld && hold_->managerAnswers)) return false;
     end();
   }
   return std::exchange(reported_, active) != active;
 }
 
 void FocusKeeper::handleEvent(const xcb_generic_event_t& event) {
-  if (!hold_ || !hold_->managerAnswers || (event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
+  if (!hold_ || !hold_->askedBack || !hold_->managerAnswers || (event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
   const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
   if (change.window == helper_ && change.atom == connection_.atoms()._NET_FRAME_EXTENTS) releaseKeyboard();
 }

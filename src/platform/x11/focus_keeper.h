@@ -35,8 +35,9 @@ class FocusKeeper {
 
   /// Holds the keyboard. To be called before the requests that bring `restored` back, of which there is at least one.
   void hold(const std::vector<ClientWindowRef>& restored);
-  /// Gives the focus back to the window that had it; where there is none, to the last of those restored. To be called after those requests.
-  void giveBack(const WindowManagerTraits& traits, xcb_timestamp_t time);
+  /// To be called after those requests. Once the focus has arrived at the last of those restored it is given back to the window that had
+  /// it; where there is none, it stays: some managers ignore a request for the focus while they have not noticed that it was moved.
+  void giveBack(const WindowManagerTraits& traits);
 
   /// To be called after the model was refreshed. True: the reported window changed.
   bool update();
@@ -48,14 +49,16 @@ class FocusKeeper {
     xcb_window_t anchor = XCB_WINDOW_NONE;
     std::vector<ClientWindowRef> restored;
     bool keyboardIsHeld = true;
-    /// Whether the active window was seen to be one of those restored.
-    bool strayed = false;
+    /// Whether the restores are all sent.
+    bool sent = false;
+    /// Whether the focus was asked back.
+    bool askedBack = false;
     /// Whether the manager tells when it is done.
     bool managerAnswers = false;
   };
 
   bool isOurs(xcb_window_t active) const;
-  bool isBack(xcb_window_t active) const;
+  void askBack();
   void releaseKeyboard();
   void end();
   void startGuard();

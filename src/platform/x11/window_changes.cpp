@@ -33,7 +33,7 @@ bool WindowChanges::commit() {
     }
   }
   written_ = std::move(waiting);
-  if (focusIsAtStake) focus_.giveBack(traits, time);
+  if (focusIsAtStake) focus_.giveBack(traits);
   connection_.flush();
   return asked;
 }
