@@ -16,8 +16,33 @@ bool meets(int start, int end, int low, int high) { return start < high && end >
 /// A panel that would leave less than this of a monitor is not believed.
 constexpr int leastVisible = 64;
 
-PixelRect believable(const PixelRect& visible, const PixelRect& monitor) {
-  return visible.width >= leastVisible && visible.height >= leastVisible ? visible : monitor;
+PixelRect believable(const PixelRect& visible, const PixelRect& otherwise) {
+  return visible.width >= leastVisible && visible.height >= leastVisible ? visible : otherwise;
+}
+
+/// `free`, a part of the monitor `frame`, less what one strut takes.
+PixelRect withoutStrut(const PixelRect& free, const PixelRect& frame, const Strut& strut, const PixelRect& root) {
+  int left = free.x;
+  int right = free.right();
+  int top = free.y;
+  int bottom = free.bottom();
+  const int rightEdge = root.width - strut.right;
+  const int bottomEdge = root.height - strut.bottom;
+  if (strut.left > frame.x && strut.left <= frame.right() && meets(strut.leftStart, strut.leftEnd, frame.y, frame.bottom())) {
+    left = std::max(left, strut.left);
+  }
+  if (strut.right > 0 && rightEdge >= frame.x && rightEdge < frame.right() &&
+      meets(strut.rightStart, strut.rightEnd, frame.y, frame.bottom())) {
+    right = std::min(right, rightEdge);
+  }
+  if (strut.top > frame.y && strut.top <= frame.bottom() && meets(strut.topStart, strut.topEnd, frame.x, frame.right())) {
+    top = std::max(top, strut.top);
+  }
+  if (strut.bottom > 0 && bottomEdge >= frame.y && bottomEdge < frame.bottom() &&
+      meets(strut.bottomStart, strut.bottomEnd, frame.x, frame.right())) {
+    bottom = std::min(bottom, bottomEdge);
+  }
+  return {left, top, right - left, bottom - top};
 }
 
 Rect flipped(const PixelRect& rect, int bottom) {
@@ -30,32 +55,9 @@ bool operator==(const Screen& a, const Screen& b) { return a.frame == b.frame &&
 }  // namespace
 
 PixelRect withoutStruts(const Monitor& monitor, const std::vector<Strut>& struts, const PixelRect& root) {
-  const PixelRect& frame = monitor.frame;
-  int left = frame.x;
-  int right = frame.right();
-  int top = frame.y;
-  int bottom = frame.bottom();
-  for (const auto& strut : struts) {
-    const int leftEdge = strut.left;
-    if (leftEdge > frame.x && leftEdge <= frame.right() && meets(strut.leftStart, strut.leftEnd, frame.y, frame.bottom())) {
-      left = std::max(left, leftEdge);
-    }
-    const int rightEdge = root.width - strut.right;
-    if (strut.right > 0 && rightEdge >= frame.x && rightEdge < frame.right() &&
-        meets(strut.rightStart, strut.rightEnd, frame.y, frame.bottom())) {
-      right = std::min(right, rightEdge);
-    }
-    const int topEdge = strut.top;
-    if (topEdge > frame.y && topEdge <= frame.bottom() && meets(strut.topStart, strut.topEnd, frame.x, frame.right())) {
-      top = std::max(top, topEdge);
-    }
-    const int bottomEdge = root.height - strut.bottom;
-    if (strut.bottom > 0 && bottomEdge >= frame.y && bottomEdge < frame.bottom() &&
-        meets(strut.bottomStart, strut.bottomEnd, frame.x, frame.right())) {
-      bottom = std::min(bottom, bottomEdge);
-    }
-  }
-  return believable({left, top, right - left, bottom - top}, frame);
+  PixelRect free = monitor.frame;
+  for (const auto& strut : struts) free = believable(withoutStrut(free, monitor.frame, strut, root), free);
+  return free;
 }
 
 std::vector<Monitor> readMonitors(Connection& connection) {

@@ -125,9 +125,9 @@ class X11Desktop::Parts {
     for (int round = 0; round < mostRounds; ++round) {
       state.model.refresh();
       apply(state.model.takeChanges());
-      const auto event = state.events.pollQueued();
+      auto event = state.events.pollQueued();
       if (!event) return;
-      take(*event);
+      for (; event; event = state.events.pollQueued()) take(*event);
     }
   }
 
@@ -158,7 +158,7 @@ class X11Desktop::Parts {
       state.frames.changed(*window);
       if (state.model.isSettled()) state.hides.settle(*window);
     }
-    if (changes.desktop) {
+    if (changes.desktop || changes.windows) {
       for (const auto& window : state.model.windows()) {
         if (HideWriter::isToBeRestored(*window)) state.changes.written(window);
       }

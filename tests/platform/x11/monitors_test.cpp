@@ -105,8 +105,17 @@ TEST(Struts, TheEndsOfARangeBelongToIt) {
 
 TEST(Struts, APanelThatWouldLeaveNothingIsNotBelieved) {
   EXPECT_EQ(freeOnLeft({atTop(1080, 0, 1919)}), leftMonitor.frame);
-  EXPECT_EQ(freeOnLeft({atLeft(1000, 0, 1079), atRight(1280 + 1000, 0, 1079)}), leftMonitor.frame);
   EXPECT_EQ(freeOnLeft({atTop(farEnd), atBottom(farEnd), atLeft(farEnd), atRight(farEnd)}), leftMonitor.frame);
+}
+
+TEST(Struts, APanelThatIsNotBelievedTakesNothingFromTheOthers) {
+  const Strut panel = atTop(30, 0, 1919);
+  EXPECT_EQ(freeOnLeft({atTop(1080, 0, 1919), panel}), (PixelRect{0, 30, 1920, 1050}));
+  EXPECT_EQ(freeOnLeft({panel, atTop(1080, 0, 1919)}), (PixelRect{0, 30, 1920, 1050}));
+}
+
+TEST(Struts, OfPanelsThatTogetherLeaveNothingTheFirstIsBelieved) {
+  EXPECT_EQ(freeOnLeft({atLeft(1000, 0, 1079), atRight(1280 + 1000, 0, 1079)}), (PixelRect{1000, 0, 920, 1080}));
 }
 
 TEST(Struts, MonitorsAboveEachOtherKeepTheirOwnPanels) {
