@@ -7,7 +7,7 @@ debian_packages() {
   case $1 in
     build)
       echo cmake ninja-build pkg-config qt6-base-dev libicu-dev nlohmann-json3-dev libgtest-dev libgmock-dev libpng-dev
-      echo libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-randr0-dev libxcb-res0-dev libxcb-xkb-dev libxcb-xtest0-dev
+      echo libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-randr0-dev libxcb-record0-dev libxcb-res0-dev libxcb-xkb-dev libxcb-xtest0-dev
       echo libxcb-keysyms1-dev libxkbcommon-dev libxkbcommon-x11-dev
       command -v c++ >/dev/null 2>&1 || echo g++
       ;;

@@ -14,7 +14,6 @@
 #include "harness/server.h"
 #include "harness/session.h"
 #include "harness/window_manager.h"
-#include "place.h"
 
 namespace tilora::tour {
 

@@ -7,9 +7,13 @@
 #include <vector>
 
 #include "embedded_desktop.h"
-#include "place.h"
+#include "harness/place.h"
 
 namespace tilora::tour {
+
+using harness::Edges;
+using harness::Place;
+using harness::Steps;
 
 /// A window that must be seen, and where.
 struct Seen {

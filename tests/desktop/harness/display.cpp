@@ -325,6 +325,11 @@ PixelRect Display::visibleFrame(const PixelRect& monitor) {
   return {left, top, right - left, bottom - top};
 }
 
+xcb_window_t Display::selectionOwner(std::string_view selection) {
+  const auto reply = owned(xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, atom(selection)), nullptr));
+  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 std::string Display::windowManagerName() {
   const std::vector<std::uint32_t> check = cardinals(root(), "_NET_SUPPORTING_WM_CHECK");
   if (check.empty() || check.front() == XCB_WINDOW_NONE) return {};

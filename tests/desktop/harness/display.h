@@ -96,6 +96,8 @@ class Display {
   std::vector<Monitor> monitors();
   /// The part of `monitor` that the panels among the root's descendants leave free.
   PixelRect visibleFrame(const PixelRect& monitor);
+  /// Who owns a selection; none when nobody does.
+  xcb_window_t selectionOwner(std::string_view selection);
   /// The name of the window manager that answers on this server; empty when there is none.
   std::string windowManagerName();
 

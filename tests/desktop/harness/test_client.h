@@ -47,7 +47,7 @@ struct WindowOptions {
   /// The ends of _NET_WM_STATE_ names that it starts with, "SKIP_TASKBAR" for instance.
   std::vector<std::string> states = {};
   /// The twelve numbers of _NET_WM_STRUT_PARTIAL; all zero: none.
-  std::array<std::uint32_t, 12> strut{};
+  std::array<std::uint32_t, 12> strut = {};
   bool overrideRedirect = false;
   bool mapped = true;
 };

@@ -93,9 +93,8 @@ WindowManager::WindowManager(WindowManagerKind kind, Session& session, Display& 
   writeSettings(session.home(), options.compositing);
   if (entry.bus) session.startBus();
   // One that was killed leaves its check window's number behind, and the next one may be given the same.
-  const std::vector<std::uint32_t> before = display.windowManagerName().empty()
-                                                ? std::vector<std::uint32_t>{}
-                                                : display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK");
+  const std::vector<std::uint32_t> before =
+      display.windowManagerName().empty() ? std::vector<std::uint32_t>{} : display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK");
   process_ = session.start(commandLine(entry, options));
   const auto ready = [&] {
     return display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK") != before && !display.windowManagerName().empty() &&

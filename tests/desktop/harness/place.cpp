@@ -1,14 +1,15 @@
 // The arithmetic of the placements.
-#include "place.h"
+#include "harness/place.h"
 
 #include <cmath>
 
-namespace tilora::tour {
+namespace tilora::harness {
 namespace {
 
 constexpr double gap = 12;
 
-bool near(int edge, double wanted) { return std::abs(edge - wanted) < 1; }
+/// Half a pixel may be rounded either way.
+bool near(int edge, double wanted) { return std::abs(edge - wanted) <= 0.5; }
 
 bool endsAt(int edge, double wanted, int step) { return step == 0 ? near(edge, wanted) : edge < wanted + 1 && edge > wanted - step - 1; }
 
@@ -28,7 +29,7 @@ std::string verbOf(Place place) {
   return {};
 }
 
-Edges edgesOf(Place place, const harness::PixelRect& visible) {
+Edges edgesOf(Place place, const PixelRect& visible) {
   const Edges area = {visible.x + gap, visible.y + gap, visible.right() - gap, visible.bottom() - gap};
   const double width = area.right - area.left;
   const double height = area.bottom - area.top;
@@ -46,9 +47,9 @@ Edges edgesOf(Place place, const harness::PixelRect& visible) {
   return area;
 }
 
-bool fits(const harness::PixelRect& frame, const Edges& wanted, const Steps& steps) {
+bool fits(const PixelRect& frame, const Edges& wanted, const Steps& steps) {
   return near(frame.x, wanted.left) && near(frame.y, wanted.top) && endsAt(frame.right(), wanted.right, steps.width) &&
          endsAt(frame.bottom(), wanted.bottom, steps.height);
 }
 
-}  // namespace tilora::tour
+}  // namespace tilora::harness

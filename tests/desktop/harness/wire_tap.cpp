@@ -1,0 +1,115 @@
+// Reading what the RECORD extension tells.
+#include "harness/wire_tap.h"
+
+#include <xcb/xcbext.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <numeric>
+#include <span>
+#include <stdexcept>
+
+namespace tilora::harness {
+
+namespace {
+
+struct FreeDeleter {
+  void operator()(void* memory) const { std::free(memory); }
+};
+
+constexpr std::uint8_t fromServer = 0;
+constexpr std::uint8_t fromClient = 1;
+constexpr std::uint8_t startOfData = 4;
+/// Replies and requests count their length in units of four bytes.
+constexpr std::size_t unit = 4;
+constexpr std::size_t replyHead = 32;
+
+template <class Number>
+std::size_t numberAt(std::span<const std::uint8_t> bytes, std::size_t place) {
+  Number number = 0;
+  if (place + sizeof(number) <= bytes.size()) std::memcpy(&number, bytes.data() + place, sizeof(number));
+  return number;
+}
+
+std::size_t requestLength(std::span<const std::uint8_t> bytes) {
+  const std::size_t units = numberAt<std::uint16_t>(bytes, 2);
+  return unit * (units != 0 ? units : numberAt<std::uint32_t>(bytes, 4));
+}
+
+/// All requests and replies of all clients that connect from now on.
+void createContext(xcb_connection_t* connection, xcb_record_context_t context) {
+  xcb_record_range_t range{};
+  range.core_requests = {1, 127};
+  range.core_replies = {1, 127};
+  range.ext_requests = {{128, 255}, {0, 65535}};
+  range.ext_replies = {{128, 255}, {0, 65535}};
+  const xcb_record_client_spec_t clients = XCB_RECORD_CS_FUTURE_CLIENTS;
+  const auto cookie = xcb_record_create_context_checked(connection, context, 0, 1, 1, &clients, &range);
+  const std::unique_ptr<xcb_generic_error_t, FreeDeleter> error(xcb_request_check(connection, cookie));
+  if (error != nullptr) throw std::runtime_error("the X server does not record");
+}
+
+}  // namespace
+
+int Traffic::allRequests() const { return std::accumulate(requests.begin(), requests.end(), 0); }
+
+WireTap::WireTap(const std::string& display)
+    : control_(xcb_connect(display.c_str(), nullptr)), data_(xcb_connect(display.c_str(), nullptr)) {
+  if (xcb_connection_has_error(control_) != 0 || xcb_connection_has_error(data_) != 0)
+    throw std::runtime_error("no X server at " + display);
+  resourceMask_ = xcb_get_setup(control_)->resource_id_mask;
+  context_ = xcb_generate_id(control_);
+  createContext(control_, context_);
+  sequence_ = xcb_record_enable_context(data_, context_).sequence;
+  xcb_flush(data_);
+  if (!waitUntil([this] { return begun_; })) throw std::runtime_error("the X server does not record");
+}
+
+WireTap::~WireTap() {
+  xcb_disconnect(data_);
+  xcb_disconnect(control_);
+}
+
+const Traffic& WireTap::of(std::uint32_t resource) { return clients_[resource & ~resourceMask_]; }
+
+void WireTap::count(const xcb_record_enable_context_reply_t& told) {
+  if (told.category == startOfData) begun_ = true;
+  if (told.category != fromServer && told.category != fromClient) return;
+  Traffic& traffic = clients_[told.xid_base & ~resourceMask_];
+  std::span<const std::uint8_t> bytes(xcb_record_enable_context_data(&told),
+                                      static_cast<std::size_t>(xcb_record_enable_context_data_length(&told)));
+  while (!bytes.empty()) {
+    const bool request = told.category == fromClient;
+    const std::size_t length = request ? requestLength(bytes) : replyHead + unit * numberAt<std::uint32_t>(bytes, 4);
+    if (request) {
+      ++traffic.requests.at(bytes.front());
+    } else {
+      ++traffic.replies;
+    }
+    if (length == 0 || length > bytes.size()) return;
+    bytes = bytes.subspan(length);
+  }
+}
+
+void WireTap::take() {
+  void* answer = nullptr;
+  xcb_generic_error_t* error = nullptr;
+  while (xcb_poll_for_reply(data_, sequence_, &answer, &error) != 0 && answer != nullptr) {
+    const std::unique_ptr<xcb_record_enable_context_reply_t, FreeDeleter> told(static_cast<xcb_record_enable_context_reply_t*>(answer));
+    count(*told);
+  }
+  std::free(error);
+}
+
+bool WireTap::waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds deadline) {
+  const auto end = std::chrono::steady_clock::now() + deadline;
+  while (true) {
+    take();
+    if (holds()) return true;
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+    if (left.count() <= 0 || xcb_connection_has_error(data_) != 0 || !waitReadable(xcb_get_file_descriptor(data_), left)) return false;
+  }
+}
+
+}  // namespace tilora::harness
