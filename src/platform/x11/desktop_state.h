@@ -23,7 +23,7 @@ namespace tilora::x11 {
 /// The state of the desktop and the writers that work on it, in the order in which they depend on each other.
 class DesktopState {
  public:
-  DesktopState(Connection& connection, xcb_window_t helper, MainQueue& mainQueue, std::function<void()> focusChanged);
+  DesktopState(Connection& server, xcb_window_t helper, MainQueue& mainQueue, std::function<void()> focusChanged);
 
   Connection& connection;
   EventQueue events;

@@ -28,7 +28,7 @@ void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored) {
       xcb_grab_keyboard(connection_.xcb(), 0, connection_.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
   xcb_discard_reply(connection_.xcb(), cookie.sequence);
   if (!hold_) {
-    hold_.emplace();
+    hold_ = Hold{};
     const auto anchor = model_.find(reported_);
     if (anchor && !anchor->states.hidden && anchor->isOn(model_.facts().currentDesktop)) hold_->anchor = reported_;
   }
