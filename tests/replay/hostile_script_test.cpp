@@ -76,6 +76,7 @@ INSTANTIATE_TEST_SUITE_P(Do, HostileScript,
                                          BadLine{R"({"do":1})", "\"do\" must be a string"},
                                          BadLine{R"({"do":null})", "\"do\" must be a string"},
                                          BadLine{R"({"do":"fly"})", "there is no line \"fly\""},
+                                         BadLine{R"({"do":"two\nlines"})", R"(there is no line "two\nlines")"},
                                          BadLine{R"({"do":"State"})", "there is no line \"State\""},
                                          BadLine{R"({"do":""})", "there is no line \"\""}));
 
@@ -143,6 +144,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadLine{R"({"do":"window","id":2,"pid":100,"listed":"no"})", "\"listed\" must be true or false"},
         BadLine{R"({"do":"window","id":2,"pid":100,"at":2})", "\"at\" must be at most 1, the number of windows there"},
         BadLine{R"({"do":"window","id":2,"pid":100,"at":-1})", "\"at\" " + unsigned64},
+        BadLine{R"({"do":"window","id":2,"pid":100,"attributes":{"a\u0007\nb":null}})", R"("a\u0007\nb" )" + attributeValue},
         BadLine{R"({"do":"close","id":2})", "there was never a window 2"},
         BadLine{R"({"do":"attribute","id":2,"name":"AXTitle","value":"t"})", "there was never a window 2"},
         BadLine{R"({"do":"attribute","id":1,"value":"t"})", "\"name\" is missing"},

@@ -8,6 +8,7 @@
 #include "platform/simulated/simulated_desktop.h"
 #include "replay/controller_lines.h"
 #include "replay/desktop_lines.h"
+#include "replay/json_text.h"
 #include "replay/script_line.h"
 #include "replay/trace.h"
 
@@ -39,7 +40,7 @@ class Replay {
     if (what == "advance") {
       advance(line);
     } else if (!desktopLines_.run(what, line) && !controllerLines_.run(what, line)) {
-      throw ScriptError("there is no line \"" + what + "\"");
+      throw ScriptError("there is no line " + jsonText(std::string_view(what)));
     }
     if (controllerLines_.wasStarted()) desktopLines_.closeOwnProcess();
     desktop_.clock().runPosted();

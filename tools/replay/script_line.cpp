@@ -6,6 +6,8 @@
 #include <limits>
 #include <utility>
 
+#include "replay/json_text.h"
+
 namespace tilora::replay {
 namespace {
 
@@ -14,7 +16,7 @@ using simulated::ByAttribute;
 using simulated::Settability;
 
 [[noreturn]] void refuse(const char* name, const std::string& expected) {
-  throw ScriptError("\"" + std::string(name) + "\" must be " + expected);
+  throw ScriptError(jsonText(std::string_view(name)) + " must be " + expected);
 }
 
 Json parsed(std::string_view text) {
