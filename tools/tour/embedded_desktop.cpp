@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <sstream>
 
 #include "harness/screenshot.h"
@@ -121,6 +123,25 @@ void EmbeddedDesktop::restart(Program& program) {
   open(program);
   const auto isProgram = [&](const Program& other) { return &other == &program; };
   programs_.splice(programs_.end(), programs_, std::find_if(programs_.begin(), programs_.end(), isProgram));
+}
+
+std::size_t EmbeddedDesktop::shownCount() {
+  const std::unique_ptr<xcb_query_tree_reply_t, decltype(&std::free)> tree(
+      xcb_query_tree_reply(display_.xcb(), xcb_query_tree(display_.xcb(), display_.root()), nullptr), &std::free);
+  if (!tree) return 0;
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  return static_cast<std::size_t>(std::count_if(children, children + xcb_query_tree_children_length(tree.get()),
+                                                [this](xcb_window_t child) { return display_.viewable(child); }));
+}
+
+void EmbeddedDesktop::pressAltTab(int steps) {
+  // Openbox takes the keyboard when the list opens, and does not see a key that was let go before.
+  const std::size_t before = shownCount();
+  keyboard_.press(Key::leftAlt);
+  for (int step = 0; step < steps; ++step) keyboard_.tap(Key::tab);
+  const bool isOpen = waitUntil([&] { return shownCount() > before; });
+  keyboard_.release(Key::leftAlt);
+  if (!isOpen) throw Failure("Alt+Tab opens no list of windows");
 }
 
 void EmbeddedDesktop::clickInTaskbar(const Program& program) {

@@ -62,6 +62,9 @@ class EmbeddedDesktop {
   Program& start(std::string name, std::string className, std::vector<std::string> command);
   /// Closes the window from the keyboard, waits for the end of the program, and starts it again.
   void restart(Program& program);
+  /// Opens the window manager's list of windows with Alt+Tab, goes `steps` down in it, and lets Alt go. The hidden windows come last, the
+  /// one hidden longest first.
+  void pressAltTab(int steps);
   /// Clicks a program's button in the taskbar.
   void clickInTaskbar(const Program& program);
   /// In the order of the taskbar.
@@ -77,6 +80,8 @@ class EmbeddedDesktop {
   void writeProgramSettings();
   void startPanel();
   void open(Program& program);
+  /// How many of the root's children are shown.
+  std::size_t shownCount();
   /// The shown window of that class that has the keyboard and is not among `before`; none when there is none.
   xcb_window_t newWindowOf(const std::string& className, const std::vector<xcb_window_t>& before);
 

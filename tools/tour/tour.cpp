@@ -106,10 +106,10 @@ void Tour::makePair() {
 void Tour::exchangeSides() {
   press(Key::leftBracket);
   waitFor({{*gtkEditor_, Place::left}});
-  desktop_.clickInTaskbar(*terminal_);
+  desktop_.pressAltTab(2);
   waitFor({{*terminal_, Place::left}});
   press(Key::rightBracket);
-  expect("The editor goes left, the terminal goes right: the pair has exchanged its sides", "exchanged",
+  expect("The editor goes left, Alt+Tab brings the terminal back, and it goes right: the pair has exchanged its sides", "exchanged",
          {{*terminal_, Place::right}, {*gtkEditor_, Place::left}});
 }
 
@@ -173,9 +173,9 @@ void Tour::switchDesktop() {
   harness::Display& display = desktop_.display();
   desktop_.keyboard().chord({Key::leftControl, Key::leftAlt, Key::rightArrow});
   if (!desktop_.waitUntil([&] { return display.currentDesktop() == 1; })) throw Failure("Ctrl+Alt+Right does not switch the desktop");
-  const Program& second = desktop_.start(
-      "another terminal", "UXTerm",
-      {"xterm", "-class", "UXTerm", "-T", "Another terminal", "-fa", "DejaVu Sans Mono", "-fs", "11", "-bg", "#2e3440", "-fg", "#d8dee9"});
+  const Program& second = desktop_.start("another terminal", "UXTerm",
+                                         {"xterm", "-class", "UXTerm", "-T", "Another terminal", "-fa", "DejaVu Sans Mono", "-fs", "11",
+                                          "-bg", "#2e3440", "-fg", "#d8dee9", "-e", "env", "PS1=$ ", "sh"});
   expect("On the second virtual desktop another terminal is tiled by itself", "second-desktop", {{second, Place::full}});
   desktop_.keyboard().chord({Key::leftControl, Key::leftAlt, Key::leftArrow});
   if (!desktop_.waitUntil([&] { return display.currentDesktop() == 0; })) throw Failure("Ctrl+Alt+Left does not switch the desktop");
