@@ -23,7 +23,6 @@ bool isThereADesktop() {
 std::filesystem::path tiloraProgram() { return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "tilora"; }
 
 int takeTour(const std::filesystem::path& pictures) {
-  constexpr int interruptedStatus = 128 + SIGINT;
   Tour tour(tiloraProgram(), pictures);
   try {
     tour.run();
@@ -31,8 +30,6 @@ int takeTour(const std::filesystem::path& pictures) {
     std::cout << std::flush;
     std::cerr << "The tour ends here: " << failure.what() << ".\n\n" << tour.describe();
     return 1;
-  } catch (const Interrupted&) {
-    return interruptedStatus;
   }
   std::cout << "The pictures are in " << pictures.string() << "\n";
   return 0;
@@ -46,9 +43,12 @@ int main(int argc, char** argv) {
     return 2;
   }
   if (std::string_view(argv[1]) == "--is-there-a-desktop") return isThereADesktop() ? 0 : 1;
+  constexpr int interruptedStatus = 128 + SIGINT;
   endWaitsOnSignals();
   try {
     return takeTour(argv[1]);
+  } catch (const Interrupted&) {
+    return interruptedStatus;
   } catch (const std::exception& exception) {
     std::cerr << "The tour cannot start: " << exception.what() << "\n";
     return 1;
