@@ -5,30 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <optional>
 #include <vector>
 
 #include "event_loop.h"
+#include "stand_in_dialog.h"
 
 namespace tilora::app {
 namespace {
-
-/// A stand-in for the dialog: a shell script in a folder of its own.
-class Dialog {
- public:
-  explicit Dialog(const QString& script) {
-    QFile file(path());
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\n" + script.toUtf8() + "\n");
-    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-  }
-  QString path() const { return folder_.filePath(QStringLiteral("dialog")); }
-  QString fileBeside(const QString& name) const { return folder_.filePath(name); }
-
- private:
-  QTemporaryDir folder_;
-};
 
 std::optional<bool> answerOf(EventLoop& loop, ConsentRequest& request, const std::vector<std::string>& missing = {}) {
   std::optional<bool> said;
@@ -40,7 +24,7 @@ std::optional<bool> answerOf(EventLoop& loop, ConsentRequest& request, const std
 
 TEST(ConsentRequest, ADialogThatEndsWithStartIsAYes) {
   EventLoop loop;
-  const Dialog dialog(QStringLiteral("exit 0"));
+  const StandInDialog dialog(QStringLiteral("exit 0"));
   ConsentRequest request(dialog.path());
   EXPECT_EQ(answerOf(loop, request), true);
 }
@@ -48,7 +32,7 @@ TEST(ConsentRequest, ADialogThatEndsWithStartIsAYes) {
 TEST(ConsentRequest, EveryOtherEndIsANo) {
   EventLoop loop;
   for (const auto* script : {"exit 1", "exit 255", "kill -9 $$", "kill -15 $$"}) {
-    const Dialog dialog(QString::fromLatin1(script));
+    const StandInDialog dialog(QString::fromLatin1(script));
     ConsentRequest request(dialog.path());
     EXPECT_EQ(answerOf(loop, request), false) << script;
   }
@@ -56,14 +40,15 @@ TEST(ConsentRequest, EveryOtherEndIsANo) {
 
 TEST(ConsentRequest, ADialogThatIsGivenWhatIsMissingGetsItSentenceBySentence) {
   EventLoop loop;
-  const Dialog dialog(QStringLiteral("test \"$#\" -eq 2 && test \"$1\" = 'No \"window\" manager.' && test \"$2\" = 'Ünicode; $HOME'"));
+  const StandInDialog dialog(
+      QStringLiteral("test \"$#\" -eq 2 && test \"$1\" = 'No \"window\" manager.' && test \"$2\" = 'Ünicode; $HOME'"));
   ConsentRequest request(dialog.path());
   EXPECT_EQ(answerOf(loop, request, {"No \"window\" manager.", "Ünicode; $HOME"}), true);
 }
 
 TEST(ConsentRequest, ASecondQuestionWhileTheDialogIsOpenOpensNoOther) {
   EventLoop loop;
-  const Dialog dialog(
+  const StandInDialog dialog(
       QStringLiteral("echo x >>\"$0.starts\"; while ! test -e \"$0.end\"; do sleep 0.02; done; test $(wc -l <\"$0.starts\") -eq 1"));
   ConsentRequest request(dialog.path());
   std::optional<bool> first;
@@ -90,7 +75,8 @@ TEST(ConsentRequest, AMissingDialogIsANo) {
 
 TEST(ConsentRequest, TheDialogGoesWithTheRequest) {
   EventLoop loop;
-  const Dialog dialog(QStringLiteral("trap 'echo x >\"$0.ended\"; exit 1' TERM; echo x >\"$0.started\"; while :; do sleep 0.02; done"));
+  const StandInDialog dialog(
+      QStringLiteral("trap 'echo x >\"$0.ended\"; exit 1' TERM; echo x >\"$0.started\"; while :; do sleep 0.02; done"));
   bool answered = false;
   {
     ConsentRequest request(dialog.path());
