@@ -9,6 +9,8 @@
 #include <numeric>
 #include <span>
 #include <stdexcept>
+#include <string_view>
+#include <vector>
 
 namespace tilora::harness {
 
@@ -37,15 +39,33 @@ std::size_t requestLength(std::span<const std::uint8_t> bytes) {
   return unit * (units != 0 ? units : numberAt<std::uint32_t>(bytes, 4));
 }
 
-/// All requests and replies of all clients that connect from now on.
-void createContext(xcb_connection_t* connection, xcb_record_context_t context) {
+/// The major opcode of GLX; 0 when the server has none.
+std::uint8_t glxOpcode(xcb_connection_t* connection) {
+  const std::string_view name = "GLX";
+  const auto cookie = xcb_query_extension(connection, static_cast<std::uint16_t>(name.size()), name.data());
+  const std::unique_ptr<xcb_query_extension_reply_t, FreeDeleter> reply(xcb_query_extension_reply(connection, cookie, nullptr));
+  return reply && reply->present != 0 ? reply->major_opcode : std::uint8_t{0};
+}
+
+xcb_record_range_t extensions(std::uint8_t first, std::uint8_t last) {
   xcb_record_range_t range{};
-  range.core_requests = {1, 127};
-  range.core_replies = {1, 127};
-  range.ext_requests = {{128, 255}, {0, 65535}};
-  range.ext_replies = {{128, 255}, {0, 65535}};
+  range.ext_requests = {{first, last}, {0, 65535}};
+  range.ext_replies = range.ext_requests;
+  return range;
+}
+
+/// All requests and replies of all clients that connect from now on. But those of GLX: what Xvfb 21.1 tells of them is malformed.
+void createContext(xcb_connection_t* connection, xcb_record_context_t context) {
+  const std::uint8_t glx = glxOpcode(connection);
+  xcb_record_range_t core{};
+  core.core_requests = {1, 127};
+  core.core_replies = {1, 127};
+  std::vector<xcb_record_range_t> ranges = {core};
+  if (glx > 128) ranges.push_back(extensions(128, static_cast<std::uint8_t>(glx - 1)));
+  ranges.push_back(extensions(glx == 0 ? std::uint8_t{128} : static_cast<std::uint8_t>(glx + 1), 255));
   const xcb_record_client_spec_t clients = XCB_RECORD_CS_FUTURE_CLIENTS;
-  const auto cookie = xcb_record_create_context_checked(connection, context, 0, 1, 1, &clients, &range);
+  const auto cookie =
+      xcb_record_create_context_checked(connection, context, 0, 1, static_cast<std::uint32_t>(ranges.size()), &clients, ranges.data());
   const std::unique_ptr<xcb_generic_error_t, FreeDeleter> error(xcb_request_check(connection, cookie));
   if (error != nullptr) throw std::runtime_error("the X server does not record");
 }
