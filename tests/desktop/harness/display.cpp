@@ -322,6 +322,14 @@ PixelRect Display::visibleFrame(const PixelRect& monitor) {
     if (const int edge = whole.height - strut.bottom; strut.bottom > 0 && edge > monitor.y && edge < monitor.bottom() && underColumns)
       bottom = std::min(bottom, edge);
   }
+  // A window manager's own panel has no strut; with one monitor the work area tells of it.
+  const std::vector<std::uint32_t> area = cardinals(root(), "_NET_WORKAREA");
+  if (monitors().size() == 1 && area.size() >= 4) {
+    left = std::max(left, static_cast<int>(area[0]));
+    top = std::max(top, static_cast<int>(area[1]));
+    right = std::min(right, static_cast<int>(area[0] + area[2]));
+    bottom = std::min(bottom, static_cast<int>(area[1] + area[3]));
+  }
   return {left, top, right - left, bottom - top};
 }
 

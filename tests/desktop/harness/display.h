@@ -94,7 +94,7 @@ class Display {
   std::vector<xcb_window_t> clientList();
   std::vector<xcb_window_t> stackingList();
   std::vector<Monitor> monitors();
-  /// The part of `monitor` that the panels among the root's descendants leave free.
+  /// The part of `monitor` that the panels among the root's descendants leave free, and on the only monitor the window manager's own panel.
   PixelRect visibleFrame(const PixelRect& monitor);
   /// Who owns a selection; none when nobody does.
   xcb_window_t selectionOwner(std::string_view selection);
