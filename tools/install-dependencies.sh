@@ -18,7 +18,7 @@ debian_packages() {
       ;;
     test) debian_packages run; echo xfwm4 icewm marco mate-settings-daemon-common mate-desktop-common metacity ;;
     desktops) debian_packages test; echo fluxbox jwm kwin-x11 mutter ;;
-    bench) debian_packages desktops; echo libbenchmark-dev valgrind ;;
+    bench) debian_packages desktops; echo libbenchmark-dev valgrind i3-wm bspwm sxhkd herbstluftwm dwm ;;
     check) echo clang clang-format clang-tidy ;;
   esac
 }

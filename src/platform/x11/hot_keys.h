@@ -45,6 +45,10 @@ class X11HotKeys : public HotKeys {
   /// or the monitor is called before this returns.
   bool handleEvent(const xcb_generic_event_t& event);
 
+  /// To be called after this process grabbed the whole keyboard, which it may do while the key of a combination is down: that key's release
+  /// goes elsewhere then.
+  void keyboardTaken() { repeats_.keyboardTaken(); }
+
   /// The server's time of the last press that fired or went to the monitor; XCB_CURRENT_TIME before the first.
   xcb_timestamp_t lastPressTime() const { return lastPressTime_; }
 

@@ -12,7 +12,11 @@ bool RepeatFilter::isFirstPress(xcb_keycode_t key, xcb_timestamp_t time) {
 
 void RepeatFilter::released(xcb_keycode_t key) {
   held_.erase(key);
-  for (auto& [other, held] : held_) held.watched = false;
+  keyboardTaken();
+}
+
+void RepeatFilter::keyboardTaken() {
+  for (auto& [key, held] : held_) held.watched = false;
 }
 
 bool RepeatFilter::repeatIsDue(const Held& held, xcb_timestamp_t time) const {

@@ -19,7 +19,8 @@ struct RepeatTimes {
 /// every release is that of a finger.
 ///
 /// A passive grab ends when the key that began it is released. Another grabbed key that is down at that moment is no longer watched: its
-/// release may never arrive here. Its next press is a repeat only if it comes when a repeat is due.
+/// release may never arrive here. The same goes for every key once the keyboard as a whole is grabbed. Its next press is a repeat only if
+/// it comes when a repeat is due.
 class RepeatFilter {
  public:
   /// `times` is asked for in that rare case only.
@@ -28,6 +29,8 @@ class RepeatFilter {
   /// Takes note of a press; whether a finger made it.
   bool isFirstPress(xcb_keycode_t key, xcb_timestamp_t time);
   void released(xcb_keycode_t key);
+  /// The grab that began with a press has been replaced by one of the whole keyboard: the release of no key that is down will arrive.
+  void keyboardTaken();
 
  private:
   struct Held {

@@ -167,6 +167,28 @@ TEST_F(HotKeysTest, AHeldKeyFiresOnce) {
   EXPECT_EQ(fired, (std::vector<std::uint32_t>{1, 1}));
 }
 
+TEST_F(HotKeysTest, AKeyThatWasDownWhileTheKeyboardWasGrabbedFiresAgain) {
+  ASSERT_EQ(registerAll(), 4);
+  for (const Key key : {Key::leftAlt, Key::leftShift, Key::leftBracket}) bare.keyboard.press(key);
+  settle();
+  ASSERT_EQ(fired, std::vector<std::uint32_t>{1});
+  auto* xcb = bare.connection->xcb();
+  xcb_discard_reply(xcb,
+                    xcb_grab_keyboard(xcb, 0, bare.connection->root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC).sequence);
+  hotKeys->keyboardTaken();
+  xcb_ungrab_keyboard(xcb, XCB_CURRENT_TIME);
+  settle();
+  bare.keyboard.release(Key::leftBracket);
+  settle();
+  bare.keyboard.press(Key::leftBracket);
+  settle();
+  EXPECT_EQ(fired, (std::vector<std::uint32_t>{1, 1}));
+  bare.keyboard.release(Key::leftBracket);
+  bare.keyboard.press(Key::leftBracket);
+  settle();
+  EXPECT_EQ(fired, (std::vector<std::uint32_t>{1, 1, 1}));
+}
+
 TEST_F(HotKeysTest, AnotherKeyFiresWhileOneIsHeld) {
   ASSERT_EQ(registerAll(), 4);
   for (const Key key : {Key::leftAlt, Key::leftShift, Key::leftBracket, Key::rightBracket}) bare.keyboard.press(key);

@@ -52,6 +52,16 @@ TEST(RepeatFilter, AKeyWhoseReleaseWentUnseenCountsUnlessARepeatIsDue) {
   EXPECT_TRUE(presses.isFirstPress(left, 1800)) << "no repeat is due here: a finger pressed it again";
 }
 
+TEST(RepeatFilter, AfterTheKeyboardWasTakenAKeyCountsUnlessARepeatIsDue) {
+  auto presses = filter();
+  presses.isFirstPress(left, 1000);
+  presses.keyboardTaken();
+  EXPECT_FALSE(presses.isFirstPress(left, 1500));
+  presses.keyboardTaken();
+  EXPECT_TRUE(presses.isFirstPress(left, 1800));
+  EXPECT_FALSE(presses.isFirstPress(left, 1850)) << "it is watched again";
+}
+
 TEST(RepeatFilter, ARepeatIsAllowedToBeALittleEarlyOrLate) {
   for (const xcb_timestamp_t offset : {470U, 530U}) {
     auto presses = filter();

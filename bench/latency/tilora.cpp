@@ -1,0 +1,91 @@
+// Tilora itself, driven as its user drives it.
+#include <algorithm>
+#include <csignal>
+
+#include "contestants.h"
+#include "scene.h"
+
+namespace tilora::latency {
+namespace {
+
+class Tilora : public Contestant {
+ public:
+  Tilora(Desk& desk, const std::filesystem::path& program) : desk_(desk) {
+    while (desk_.windows().size() < 4) desk_.open();
+    desk_.session().home().write("config/tilora/consent.json", R"({"Tilora.Consent":{"type":"bool","value":true}})");
+    std::filesystem::remove(desk_.session().home().path() / "config/tilora/settings.json");
+    activate(0);
+    process_ = desk_.session().start({program.string()});
+    expectShown({0});
+  }
+
+  ~Tilora() override {
+    process_->signal(SIGTERM);
+    process_->waitForEnd();
+  }
+
+  Turns prepare(Action action) override {
+    switch (action) {
+      case Action::move:
+        for (const std::size_t window : {1U, 2U, 3U, 0U}) place(window, fill, {window});
+        place(0, toTheLeft, {0});
+        desk_.pressUntilItWorks(toTheRight, action);
+        desk_.pressUntilItWorks(toTheLeft, action);
+        return {toTheRight, toTheLeft};
+      case Action::restore:
+        for (const std::size_t window : {2U, 3U, 0U}) place(window, fill, {window});
+        place(1, toTheRight, {1});
+        place(0, toTheLeft, {0, 1});
+        desk_.pressUntilItWorks(fill, action);
+        expectShown({0});
+        return {toTheLeft, fill, false};
+      case Action::exchange:
+        for (const std::size_t window : {2U, 3U, 0U}) place(window, fill, {window});
+        place(1, toTheRight, {1});
+        place(2, toTheLeft, {1, 2});
+        place(0, toTheLeft, {0, 1});
+        desk_.pressUntilItWorks(toTheRight, action);
+        expectShown({0, 2});
+        desk_.pressUntilItWorks(toTheLeft, action);
+        expectShown({0, 1});
+        return {toTheRight, toTheLeft};
+    }
+    return {};
+  }
+
+ private:
+  xcb_window_t window(std::size_t index) const { return desk_.windows()[index]; }
+
+  void activate(std::size_t index) {
+    desk_.display().activate(window(index));
+    desk_.expect("a window is active", [&] { return desk_.display().activeWindow() == window(index); });
+  }
+
+  void expectShown(const std::vector<std::size_t>& shown) {
+    desk_.expect("the right windows are shown", [&] {
+      for (std::size_t i = 0; i < desk_.windows().size(); ++i) {
+        const bool wanted = std::find(shown.begin(), shown.end(), i) != shown.end();
+        if (desk_.display().iconic(window(i)) == wanted) return false;
+      }
+      return true;
+    });
+  }
+
+  /// Activates a window, as a taskbar does, presses a key in it, and waits for who is shown then.
+  void place(std::size_t index, const Chord& chord, const std::vector<std::size_t>& shown) {
+    activate(index);
+    desk_.press(chord);
+    expectShown(shown);
+  }
+
+  Desk& desk_;
+  std::optional<harness::ManagedProcess> process_;
+};
+
+}  // namespace
+
+std::unique_ptr<Contestant> startTilora(Desk& desk, const std::filesystem::path& program) {
+  return std::make_unique<Tilora>(desk, program);
+}
+
+}  // namespace tilora::latency
