@@ -32,6 +32,7 @@ void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored) {
     const auto anchor = model_.find(reported_);
     if (anchor && !anchor->states.hidden && anchor->isOn(model_.facts().currentDesktop)) hold_->anchor = reported_;
   }
+  choice_.reset();
   hold_->keyboardIsHeld = true;
   hold_->restored.insert(hold_->restored.end(), restored.begin(), restored.end());
 }
@@ -53,14 +54,28 @@ void FocusKeeper::askBack() {
   connection_.flush();
 }
 
-bool FocusKeeper::isOurs(xcb_window_t active) const {
-  if (active == XCB_WINDOW_NONE || active == hold_->anchor) return true;
-  return std::ranges::any_of(hold_->restored, [&](const ClientWindowRef& window) { return window->id == active; });
+bool FocusKeeper::isOurs(xcb_window_t active, const Hold& hold) {
+  if (active == XCB_WINDOW_NONE || active == hold.anchor) return true;
+  return std::ranges::any_of(hold.restored, [&](const ClientWindowRef& window) { return window->id == active; });
+}
+
+bool FocusKeeper::undoesChoice(xcb_window_t active) {
+  if (active == choice_->window || !isOurs(active, choice_->overridden)) return false;
+  if (!std::exchange(choice_->repeated, true)) {
+    requestActivation(connection_, choice_->window, clock_.now());
+    connection_.flush();
+  }
+  return true;
 }
 
 bool FocusKeeper::update() {
   const xcb_window_t active = model_.facts().active;
-  if (hold_ && !isOurs(active)) end();  // the user chose another window meanwhile
+  if (choice_ && undoesChoice(active)) return false;
+  if (hold_ && !isOurs(active, *hold_)) {
+    if (hold_->askedBack) choice_ = Choice{active, *hold_, false};
+    end();
+    if (choice_) startGuard();
+  }
   if (hold_) {
     if (hold_->sent && !hold_->askedBack && active == hold_->restored.back()->id) askBack();
     const bool isBack = hold_->askedBack && active == hold_->anchor;
@@ -96,15 +111,17 @@ void FocusKeeper::startGuard() {
 }
 
 void FocusKeeper::guardElapsed() {
-  if (!hold_) return;
-  const xcb_window_t anchor = hold_->anchor;
+  choice_.reset();
   const xcb_window_t active = model_.facts().active;
-  const bool strayed = active != anchor && isOurs(active) && model_.find(anchor) != nullptr;
-  end();
-  // The manager was slow or refused: ask once more, without holding up the user any longer.
-  if (strayed) {
-    requestActivation(connection_, anchor, clock_.now());
-    connection_.flush();
+  if (hold_) {
+    const xcb_window_t anchor = hold_->anchor;
+    const bool strayed = active != anchor && isOurs(active, *hold_) && model_.find(anchor) != nullptr;
+    end();
+    // The manager was slow or refused: ask once more, without holding up the user any longer.
+    if (strayed) {
+      requestActivation(connection_, anchor, clock_.now());
+      connection_.flush();
+    }
   }
   if (std::exchange(reported_, active) != active) changed_();
 }

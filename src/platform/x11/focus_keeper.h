@@ -57,7 +57,16 @@ class FocusKeeper {
     bool managerAnswers = false;
   };
 
-  bool isOurs(xcb_window_t active) const;
+  /// A window that the user chose while the focus was already asked back for another one: the manager may do that afterwards.
+  struct Choice {
+    xcb_window_t window = XCB_WINDOW_NONE;
+    Hold overridden;
+    bool repeated = false;
+  };
+
+  static bool isOurs(xcb_window_t active, const Hold& hold);
+  /// Whether the window manager undid the user's choice for our request's sake; the choice is repeated then.
+  bool undoesChoice(xcb_window_t active);
   void askBack();
   void releaseKeyboard();
   void end();
@@ -72,6 +81,7 @@ class FocusKeeper {
   std::function<void()> changed_;
   xcb_window_t reported_ = XCB_WINDOW_NONE;
   std::optional<Hold> hold_;
+  std::optional<Choice> choice_;
   std::uint64_t generation_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -58,6 +58,9 @@ class SignalsBlocked {
   sigset_t before_{};
 };
 
+/// A change mostly comes with a key press: what is to be seen of it goes first, and what follows at once is written with it.
+constexpr auto settlingTime = std::chrono::milliseconds(50);
+
 }  // namespace
 
 SettingsFile::SettingsFile(fs::path path) : path_(std::move(path)) {
@@ -129,6 +132,7 @@ void SettingsFile::writeChanges() {
   while (true) {
     changed_.wait(guard, [this] { return isChanged_ || isEnding_; });
     if (!isChanged_ && !isUnwritten) return;
+    changed_.wait_for(guard, settlingTime, [this] { return isEnding_; });
     const bool isLastTry = isEnding_ && !isChanged_;
     isChanged_ = false;
     const SettingValues values = values_;

@@ -312,7 +312,7 @@ TEST_F(SettingsFileTest, AKillAtAnyMomentLeavesTheOldValueOrTheNew) {
     ASSERT_GE(child, 0);
     if (child == 0) changeForEver(path, last);
     // The kill has to hit every phase of a write, so its moment moves from round to round.
-    std::this_thread::sleep_for(std::chrono::microseconds(2000 + 137 * round));
+    std::this_thread::sleep_for(std::chrono::microseconds(45000 + 211 * round));
     ASSERT_EQ(kill(child, SIGKILL), 0);
     ASSERT_EQ(waitpid(child, nullptr, 0), child);
     if (!fs::exists(path)) continue;
