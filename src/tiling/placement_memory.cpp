@@ -34,6 +34,55 @@ WindowKeySet keysOf(const ScreenWindows& windows) {
   return keys;
 }
 
+/// The choices for the windows of one application after the other. A list of windows has those of one application together.
+class ApplicationPreferences {
+ public:
+  explicit ApplicationPreferences(const PlacementPreferences& all) : all_(all) {}
+
+  std::optional<WindowPlacement> placementFor(const ManagedWindow& window) {
+    if (window.appIdentifier.data() != application_.data() || window.appIdentifier.size() != application_.size()) {
+      turnTo(window.appIdentifier);
+    }
+    if (hasSpecific_) {
+      if (const auto placement = specific(window.windowIdentity)) return placement;
+      if (window.windowIdentity.starts_with(titlePrefix)) {
+        if (const auto placement = specific(textAfter(window.windowIdentity, titlePrefix.size()))) return placement;
+      }
+    }
+    return whole_;
+  }
+
+ private:
+  void turnTo(std::string_view application) {
+    application_ = application;
+    whole_ = stored(application);
+    key_ = placementKey(application, {});
+    beginning_ = key_.size();
+    const auto first = all_.lower_bound(key_);
+    hasSpecific_ = first != all_.end() && first->first.starts_with(key_);
+  }
+
+  std::optional<WindowPlacement> specific(std::string_view identity) {
+    key_.resize(beginning_);
+    key_ += identity;
+    return stored(key_);
+  }
+
+  std::optional<WindowPlacement> stored(std::string_view key) const {
+    const auto entry = all_.find(key);
+    if (entry == all_.end()) return std::nullopt;
+    return entry->second;
+  }
+
+  const PlacementPreferences& all_;
+  std::string_view application_;
+  std::optional<WindowPlacement> whole_;
+  bool hasSpecific_ = false;
+  /// The application and the separator, then the identity looked up last.
+  std::string key_;
+  std::size_t beginning_ = 0;
+};
+
 }  // namespace
 
 std::string placementKey(std::string_view appIdentifier, std::string_view windowIdentity) {
@@ -75,35 +124,20 @@ void PlacementMemory::prunePlacements(const WindowKeySet& live) {
 
 void PlacementMemory::applyPlacementPreferences(const std::vector<ManagedWindow>& windows) {
   if (appPlacementPreferences_.empty()) return;
+  ApplicationPreferences preferences(appPlacementPreferences_);
   for (const auto& window : windows) {
-    if (const auto placement = preferenceFor(window)) setPlacement(window.key, *placement);
+    if (const auto placement = preferences.placementFor(window)) setPlacement(window.key, *placement);
   }
-}
-
-std::optional<WindowPlacement> PlacementMemory::preferenceFor(const ManagedWindow& window) {
-  const auto stored = [this](std::string_view key) -> std::optional<WindowPlacement> {
-    const auto entry = appPlacementPreferences_.find(key);
-    if (entry == appPlacementPreferences_.end()) return std::nullopt;
-    return entry->second;
-  };
-  const auto joined = [&](std::string_view identity) -> std::string_view {
-    lookup_.assign(window.appIdentifier).append(separator).append(identity);
-    return lookup_;
-  };
-  if (const auto placement = stored(joined(window.windowIdentity))) return placement;
-  if (window.windowIdentity.starts_with(titlePrefix)) {
-    if (const auto placement = stored(joined(textAfter(window.windowIdentity, titlePrefix.size())))) return placement;
-  }
-  return stored(window.appIdentifier);
 }
 
 void PlacementMemory::prunePairings(const WindowKeySet& live) { windowPairings_ = reciprocalPairings(windowPairings_, live); }
 
 void PlacementMemory::dropUnplacedPairings(const WindowKeySet& live) {
-  if (windowPairings_.empty()) return;
-  for (const auto& key : live) {
-    if (!oppositeOf(placementOf(key))) unpair(key);
+  std::vector<WindowKey> unplaced;
+  for (const auto& [key, partner] : windowPairings_) {
+    if (live.contains(key) && !oppositeOf(placementOf(key))) unplaced.push_back(key);
   }
+  for (const auto& key : unplaced) unpair(key);
 }
 
 void PlacementMemory::unpair(WindowKey key) {
@@ -170,7 +204,10 @@ WindowKeySet PlacementMemory::assignVisibleWindows(const std::vector<ManagedWind
     shownByScreen.emplace(group.key, std::move(shown));
   }
   visibleWindowKeysByScreen_ = std::move(shownByScreen);
-  return visible.empty() ? keySet(windows) : visible;
+  if (visible.empty()) {
+    for (const auto& window : windows) visible.insert(window.key);
+  }
+  return visible;
 }
 
 }  // namespace tilora

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,7 +25,8 @@ template <class Value>
 using TextMap = std::unordered_map<std::string, Value, TextHash, std::equal_to<>>;
 
 using WindowPlacements = std::unordered_map<WindowKey, WindowPlacement>;
-using PlacementPreferences = TextMap<WindowPlacement>;
+/// Ordered, so that the choices for one application lie together.
+using PlacementPreferences = std::map<std::string, WindowPlacement, std::less<>>;
 using WindowPairings = std::unordered_map<WindowKey, WindowKey>;
 using VisibleWindowKeys = TextMap<WindowKeySet>;
 
@@ -74,7 +76,6 @@ class PlacementMemory {
   WindowKeySet assignVisibleWindows(const std::vector<ManagedWindow>& windows, const std::optional<WindowKey>& focused);
 
  private:
-  std::optional<WindowPlacement> preferenceFor(const ManagedWindow& window);
   bool hasHalf(const WindowKey& key) const;
   WindowKeySet visibleOn(const std::string& screenKey, const std::vector<const ManagedWindow*>& screenWindows,
                          const std::optional<WindowKey>& focused);
@@ -83,7 +84,6 @@ class PlacementMemory {
   PlacementPreferences appPlacementPreferences_;
   WindowPairings windowPairings_;
   VisibleWindowKeys visibleWindowKeysByScreen_;
-  std::string lookup_;
 };
 
 }  // namespace tilora

@@ -16,7 +16,6 @@ std::optional<PlacementPreferences> decodePreferences(std::string_view json) {
   const auto object = nlohmann::json::parse(json, nullptr, false);
   if (!object.is_object()) return std::nullopt;
   PlacementPreferences preferences;
-  preferences.reserve(object.size());
   for (const auto& [key, value] : object.items()) {
     const auto* name = value.get_ptr<const std::string*>();
     const auto placement = name ? placementFrom(*name) : std::nullopt;

@@ -1,25 +1,21 @@
 // One pass over the desktop.
 #include "tiling/retile.h"
 
-#include <iterator>
 #include <optional>
-#include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "tiling/drag_guard.h"
 #include "tiling/layout.h"
 #include "windows/attribute_readers.h"
 #include "windows/discovery.h"
-#include "windows/screen_keys.h"
+#include "windows/window_scan.h"
 
 namespace tilora {
 namespace {
 
-/// The windows of one process in the window list.
+/// What a pass knows of the windows of one process.
 struct ProcessWindows {
-  ProcessId pid = 0;
-  std::vector<const ManagedWindow*> windows;
+  std::size_t count = 0;
   /// Whether one of them is shown.
   bool isWanted = false;
 };
@@ -28,66 +24,64 @@ struct ProcessWindows {
 class WindowsByProcess {
  public:
   explicit WindowsByProcess(const std::vector<ManagedWindow>& windows) {
-    for (const auto& window : windows) groupFor(window.key.pid).windows.push_back(&window);
+    for (const auto& window : windows) ++of(window.key.pid).count;
   }
 
-  void markWanted(const std::vector<ManagedWindow>& windows, const WindowKeySet& visible) {
-    for (const auto& window : windows) {
-      if (visible.contains(window.key)) groupFor(window.key.pid).isWanted = true;
+  ProcessWindows& of(ProcessId pid) {
+    // Neighbours in the list mostly belong to one process.
+    if (pids_.empty() || pid != lastPid_) {
+      lastPid_ = pid;
+      last_ = pids_.placeOf(pid);
+      if (last_ == processes_.size()) processes_.emplace_back();
     }
+    return processes_[last_];
   }
-
-  const ProcessWindows& of(ProcessId pid) { return groupFor(pid); }
-  const std::vector<ProcessWindows>& all() const { return groups_; }
+  const FlatKeySet<ProcessId>& pids() const { return pids_; }
 
  private:
-  ProcessWindows& groupFor(ProcessId pid) {
-    if (last_ < groups_.size() && groups_[last_].pid == pid) return groups_[last_];
-    const auto [entry, isNew] = indexes_.try_emplace(pid, groups_.size());
-    if (isNew) groups_.push_back({pid, {}, false});
-    last_ = entry->second;
-    return groups_[last_];
-  }
-
-  std::vector<ProcessWindows> groups_;
-  std::unordered_map<ProcessId, std::size_t> indexes_;
+  FlatKeySet<ProcessId> pids_;
+  /// In the order of `pids_`.
+  std::vector<ProcessWindows> processes_;
+  ProcessId lastPid_ = 0;
   std::size_t last_ = 0;
 };
 
-std::vector<ManagedWindow> allManagedWindows(const Desktop& desktop) {
-  std::vector<ManagedWindow> all;
-  for (const auto& application : scannedApplications(desktop)) {
-    auto windows = managedWindows(*application, desktop);
-    all.insert(all.end(), std::make_move_iterator(windows.begin()), std::make_move_iterator(windows.end()));
-  }
-  return all;
+void keepUp(PlacementMemory& memory, const WindowScan& scan) {
+  memory.prunePlacements(scan.keys());
+  memory.applyPlacementPreferences(scan.windows());
+  memory.prunePairings(scan.keys());
+  memory.dropUnplacedPairings(scan.keys());
 }
 
-void keepUp(PlacementMemory& memory, const std::vector<ManagedWindow>& windows) {
-  const auto live = keySet(windows);
-  memory.prunePlacements(live);
-  memory.applyPlacementPreferences(windows);
-  memory.prunePairings(live);
-  memory.dropUnplacedPairings(live);
+/// The windows of the list that are to be shown; their applications are wanted.
+std::vector<const ManagedWindow*> shownWindows(const std::vector<ManagedWindow>& windows, const WindowKeySet& visible,
+                                               WindowsByProcess& byProcess) {
+  std::vector<const ManagedWindow*> shown;
+  for (const auto& window : windows) {
+    if (!visible.contains(window.key)) continue;
+    shown.push_back(&window);
+    byProcess.of(window.key.pid).isWanted = true;
+  }
+  return shown;
 }
 
 /// Of an application with several windows only the focused one is laid out, so that its windows do not fight for one frame.
-void layOut(const std::vector<ManagedWindow>& windows, const WindowKeySet& visible, WindowsByProcess& byProcess,
-            const std::optional<WindowKey>& focused, const PlacementMemory& memory, double padding, const Desktop& desktop) {
-  for (const auto& window : windows) {
-    if (!visible.contains(window.key)) continue;
-    if (byProcess.of(window.key.pid).windows.size() >= 2 && window.key != focused) continue;
-    applyPlacement(memory.placementOf(window.key), window, padding, desktop);
+void layOut(const std::vector<const ManagedWindow*>& shown, WindowsByProcess& byProcess, const std::optional<WindowKey>& focused,
+            const PlacementMemory& memory, double padding, const Desktop& desktop) {
+  for (const auto* window : shown) {
+    if (byProcess.of(window->key.pid).count >= 2 && window->key != focused) continue;
+    applyPlacement(memory.placementOf(window->key), *window, padding, desktop);
   }
 }
 
-void hideOrShowApplications(const WindowsByProcess& byProcess, Workspace& workspace) {
-  for (const auto& process : byProcess.all()) {
-    const auto application = workspace.applicationWithProcessIdentifier(process.pid);
+void hideOrShowApplications(WindowsByProcess& byProcess, Workspace& workspace) {
+  for (const ProcessId pid : byProcess.pids()) {
+    const auto application = workspace.applicationWithProcessIdentifier(pid);
     if (!application) continue;
+    const bool isWanted = byProcess.of(pid).isWanted;
     const bool isHidden = application->isHidden();
-    if (process.isWanted && isHidden) application->unhide();
-    if (!process.isWanted && !isHidden) application->hide();
+    if (isWanted && isHidden) application->unhide();
+    if (!isWanted && !isHidden) application->hide();
   }
 }
 
@@ -106,12 +100,13 @@ void retile(const Desktop& desktop, PlacementMemory& memory, double padding) {
   if (focused && !isEligible(*focused->window)) return;
   const auto focusedKey = focused ? std::optional(focused->key) : std::nullopt;
 
-  const auto windows = allManagedWindows(desktop);
+  WindowScan scan(desktop);
+  for (const auto& application : scannedApplications(desktop)) scan.add(*application);
+  const auto& windows = scan.windows();
   WindowsByProcess byProcess(windows);
-  keepUp(memory, windows);
+  keepUp(memory, scan);
   const auto visible = memory.assignVisibleWindows(windows, focusedKey);
-  byProcess.markWanted(windows, visible);
-  layOut(windows, visible, byProcess, focusedKey, memory, padding, desktop);
+  layOut(shownWindows(windows, visible, byProcess), byProcess, focusedKey, memory, padding, desktop);
   hideOrShowApplications(byProcess, desktop.workspace);
   for (const auto& window : windows) {
     if (byProcess.of(window.key.pid).isWanted) hideOrShow(*window.window, visible.contains(window.key));

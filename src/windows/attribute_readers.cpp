@@ -19,6 +19,8 @@ std::optional<Value> read(const AccessibilityElement& element, AttributeName nam
 
 }  // namespace
 
+const std::string* textIn(const std::optional<AttributeValue>& value) { return value ? std::get_if<std::string>(&*value) : nullptr; }
+
 std::optional<std::string> readString(const AccessibilityElement& element, AttributeName name) { return read<std::string>(element, name); }
 
 std::optional<bool> readBoolean(const AccessibilityElement& element, AttributeName name) {

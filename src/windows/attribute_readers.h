@@ -10,6 +10,9 @@
 
 namespace tilora {
 
+/// The text that reading an attribute gave; null when it gave none.
+const std::string* textIn(const std::optional<AttributeValue>& value);
+
 std::optional<std::string> readString(const AccessibilityElement& element, AttributeName name);
 /// The truth value of a number object.
 std::optional<bool> readBoolean(const AccessibilityElement& element, AttributeName name);

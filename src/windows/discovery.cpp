@@ -8,51 +8,13 @@
 #include "windows/attribute_readers.h"
 #include "windows/checked_number.h"
 #include "windows/identity.h"
-#include "windows/screen_keys.h"
 
 namespace tilora {
 namespace {
 
-/// The role and subrole of a window that passed the eligibility test, so that they are read once.
-struct EligibleRoles {
-  std::string role;
-  std::optional<std::string> subrole;
-};
-
-std::optional<EligibleRoles> rolesIfEligible(const AccessibilityElement& window) {
-  auto role = readString(window, AttributeName::role);
-  if (!role || *role != "AXWindow") return std::nullopt;
-  auto subrole = readString(window, AttributeName::subrole);
-  if (subrole && *subrole != "AXStandardWindow") return std::nullopt;
-  if (readBoolean(window, AttributeName::minimized).value_or(false)) return std::nullopt;
-  if (!window.isSettable(AttributeName::position).value_or(false)) return std::nullopt;
-  return EligibleRoles{std::move(*role), std::move(subrole)};
-}
-
-std::optional<WindowIdentitySeed> seedOf(Element window, ProcessId pid, Screens& screens) {
-  auto roles = rolesIfEligible(*window);
-  if (!roles) return std::nullopt;
-  auto screen = screenOf(*window, screens);
-  if (!screen) return std::nullopt;
-  WindowIdentitySeed seed;
-  seed.key = {pid, windowNumberOf(*window)};
-  seed.screen = std::move(screen);
-  seed.role = std::move(roles->role);
-  seed.subrole = std::move(roles->subrole).value_or("<none>");
-  seed.axIdentifier = identifierOf(*window);
-  seed.title = titleOf(*window);
-  seed.window = std::move(window);
-  return seed;
-}
-
-std::vector<WindowIdentitySeed> seedsOf(std::vector<Element> windows, ProcessId pid, Screens& screens) {
-  std::vector<WindowIdentitySeed> seeds;
-  seeds.reserve(windows.size());
-  for (auto& window : windows) {
-    if (auto seed = seedOf(std::move(window), pid, screens)) seeds.push_back(std::move(*seed));
-  }
-  return seeds;
-}
+constexpr std::string_view managedRole = "AXWindow";
+constexpr std::string_view managedSubrole = "AXStandardWindow";
+constexpr std::string_view unreadableSubrole = "<none>";
 
 bool isPositive(Size size) { return size.width > 0 && size.height > 0; }
 
@@ -71,21 +33,16 @@ std::vector<Application> scannedApplications(const Desktop& desktop) {
 
 bool isEligible(const AccessibilityElement& window) { return rolesIfEligible(window).has_value(); }
 
-std::vector<ManagedWindow> managedWindows(const RunningApplication& application, const Desktop& desktop) {
-  const ProcessId pid = application.processIdentifier();
-  auto elements = readElements(*desktop.accessibility.applicationElement(pid), AttributeName::windows);
-  if (!elements) return {};
-  const std::string appIdentifier = applicationIdentifier(application);
-  auto seeds = seedsOf(std::move(*elements), pid, desktop.screens);
-  const auto identities = windowIdentities(seeds);
-  std::vector<ManagedWindow> windows;
-  windows.reserve(seeds.size());
-  for (auto& seed : seeds) {
-    const auto identity = identities.find(seed.key);
-    windows.push_back({seed.key, std::move(seed.window), std::move(seed.screen), appIdentifier,
-                       identity != identities.end() ? identity->second : titleIdentity(seed.title)});
-  }
-  return windows;
+std::optional<WindowRoles> rolesIfEligible(const AccessibilityElement& window) {
+  const auto role = window.value(AttributeName::role);
+  const auto* roleText = textIn(role);
+  if (!roleText || *roleText != managedRole) return std::nullopt;
+  const auto subrole = window.value(AttributeName::subrole);
+  const auto* subroleText = textIn(subrole);
+  if (subroleText && *subroleText != managedSubrole) return std::nullopt;
+  if (readBoolean(window, AttributeName::minimized).value_or(false)) return std::nullopt;
+  if (!window.isSettable(AttributeName::position).value_or(false)) return std::nullopt;
+  return WindowRoles{managedRole, subroleText ? managedSubrole : unreadableSubrole};
 }
 
 std::optional<FocusedWindow> focusedWindow(const Desktop& desktop) {

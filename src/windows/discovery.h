@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/desktop.h"
@@ -23,8 +24,14 @@ std::vector<Application> scannedApplications(const Desktop& desktop);
 /// Whether a window is one to manage: a standard window, not minimised, that can be moved.
 bool isEligible(const AccessibilityElement& window);
 
-/// The managed windows of one application, in its order.
-std::vector<ManagedWindow> managedWindows(const RunningApplication& application, const Desktop& desktop);
+/// The role and subrole of a window. The texts are constants.
+struct WindowRoles {
+  std::string_view role;
+  std::string_view subrole;
+};
+
+/// The roles of a window that is one to manage, "<none>" for an unreadable subrole; nothing for any other window.
+std::optional<WindowRoles> rolesIfEligible(const AccessibilityElement& window);
 
 /// The focused window of the frontmost application, unless that is this process.
 std::optional<FocusedWindow> focusedWindow(const Desktop& desktop);

@@ -1,6 +1,7 @@
 // Stable names of applications and windows.
 #include "windows/identity.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "windows/attribute_readers.h"
@@ -9,43 +10,53 @@
 namespace tilora {
 namespace {
 
-std::string roleKey(const WindowIdentitySeed& seed) { return normalized(seed.role) + "||" + normalized(seed.subrole); }
-
-bool sameRole(const WindowIdentitySeed& a, const WindowIdentitySeed& b) { return a.role == b.role && a.subrole == b.subrole; }
-
-using RoleKeyCounts = std::unordered_map<std::string, std::size_t>;
-
-/// Counts the windows without identifier by role key and answers, for each seed, the entry that counted it; null for one with an
-/// identifier. Neighbours mostly share their role, so that a key is rarely built.
-std::vector<const RoleKeyCounts::value_type*> countRoleKeys(const std::vector<WindowIdentitySeed>& seeds, RoleKeyCounts& counts) {
-  std::vector<const RoleKeyCounts::value_type*> entries;
-  entries.reserve(seeds.size());
-  const WindowIdentitySeed* last = nullptr;
-  RoleKeyCounts::value_type* entry = nullptr;
-  for (const auto& seed : seeds) {
-    if (seed.axIdentifier) {
-      entries.push_back(nullptr);
-      continue;
-    }
-    if (!last || !sameRole(*last, seed)) entry = &*counts.try_emplace(roleKey(seed), 0).first;
-    last = &seed;
-    ++entry->second;
-    entries.push_back(entry);
+/// Counts the windows without identifier by role key. Roles as they are read differ little, so that a key is rarely built.
+class RoleKeyCounts {
+ public:
+  /// Counts one window and answers the place of its roles.
+  std::size_t add(const WindowIdentitySeed& seed) {
+    const auto known = std::find_if(roles_.begin(), roles_.end(),
+                                    [&](const Roles& roles) { return roles.subrole == seed.subrole && roles.role == seed.role; });
+    const auto place = static_cast<std::size_t>(known - roles_.begin());
+    if (known == roles_.end()) roles_.push_back({seed.role, seed.subrole, 0});
+    ++roles_[place].count;
+    return place;
   }
-  return entries;
-}
 
-std::string identityOf(const WindowIdentitySeed& seed, const RoleKeyCounts::value_type* counted) {
-  if (seed.axIdentifier) return "axid:" + *seed.axIdentifier;
-  if (counted->second >= 2) return titleIdentity(seed.title);
-  return "role:" + counted->first;
+  /// The role key of the roles at a place.
+  std::string key(std::size_t place) const { return normalized(roles_[place].role) + "||" + normalized(roles_[place].subrole); }
+
+  /// Whether one window alone has that role key.
+  bool isUnique(std::size_t place) const {
+    if (roles_[place].count > 1) return false;
+    if (roles_.size() == 1) return true;
+    for (std::size_t other = 0; other < roles_.size(); ++other) {
+      if (other != place && key(other) == key(place)) return false;
+    }
+    return true;
+  }
+
+ private:
+  struct Roles {
+    std::string_view role;
+    std::string_view subrole;
+    std::size_t count;
+  };
+
+  std::vector<Roles> roles_;
+};
+
+void appendNormalized(std::string& result, std::string_view text) {
+  const std::size_t before = result.size();
+  appendLowerCased(result, trimmed(text));
+  if (result.size() == before) result += "<empty>";
 }
 
 }  // namespace
 
 std::string normalized(std::string_view text) {
-  auto result = lowerCased(trimmed(text));
-  if (result.empty()) result = "<empty>";
+  std::string result;
+  appendNormalized(result, text);
   return result;
 }
 
@@ -72,17 +83,37 @@ std::optional<std::string> identifierOf(const AccessibilityElement& window) {
 
 std::string titleIdentity(std::string_view title) {
   std::string identity(titlePrefix);
-  identity += normalized(title);
+  appendNormalized(identity, title);
   return identity;
 }
 
-WindowIdentities windowIdentities(const std::vector<WindowIdentitySeed>& seeds) {
-  RoleKeyCounts counts;
-  const auto counted = countRoleKeys(seeds, counts);
-  WindowIdentities identities;
+std::vector<std::string_view> windowIdentities(const std::vector<WindowIdentitySeed>& seeds, std::pmr::memory_resource& texts) {
+  RoleKeyCounts roleKeys;
+  std::vector<std::size_t> places;
+  places.reserve(seeds.size());
+  for (const auto& seed : seeds) places.push_back(seed.axIdentifier ? 0 : roleKeys.add(seed));
+  std::vector<std::string_view> identities;
   identities.reserve(seeds.size());
-  for (std::size_t i = 0; i < seeds.size(); ++i) identities.insert_or_assign(seeds[i].key, identityOf(seeds[i], counted[i]));
+  std::string identity;
+  for (std::size_t i = 0; i < seeds.size(); ++i) {
+    if (seeds[i].axIdentifier) {
+      identity.assign("axid:").append(*seeds[i].axIdentifier);
+    } else if (roleKeys.isUnique(places[i])) {
+      identity.assign("role:").append(roleKeys.key(places[i]));
+    } else {
+      identity.assign(titlePrefix);
+      appendNormalized(identity, seeds[i].title);
+    }
+    identities.push_back(keptText(identity, texts));
+  }
   return identities;
+}
+
+std::string_view keptText(std::string_view text, std::pmr::memory_resource& texts) {
+  if (text.empty()) return {};
+  auto* kept = static_cast<char*>(texts.allocate(text.size(), 1));
+  std::copy(text.begin(), text.end(), kept);
+  return {kept, text.size()};
 }
 
 std::string_view textAfter(std::string_view text, std::size_t length) {

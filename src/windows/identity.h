@@ -1,10 +1,10 @@
 // Stable names of applications and windows, built from what their attributes say.
 #pragma once
 
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/workspace.h"
@@ -30,11 +30,12 @@ std::optional<std::string> identifierOf(const AccessibilityElement& window);
 /// "title:" and the normalised title.
 std::string titleIdentity(std::string_view title);
 
-using WindowIdentities = std::unordered_map<WindowKey, std::string>;
+/// The identities of one application's windows, in their order: by identifier where there is one, else by role where that is unique among
+/// the windows without identifier, else by title. `texts` holds them.
+std::vector<std::string_view> windowIdentities(const std::vector<WindowIdentitySeed>& seeds, std::pmr::memory_resource& texts);
 
-/// The identities of one application's windows: by identifier where there is one, else by role where that is unique among the windows
-/// without identifier, else by title. Of two seeds with one key the later one counts.
-WindowIdentities windowIdentities(const std::vector<WindowIdentitySeed>& seeds);
+/// A copy of `text` that `texts` holds.
+std::string_view keptText(std::string_view text, std::pmr::memory_resource& texts);
 
 /// `text` after its first `length` characters; empty when it is shorter.
 std::string_view textAfter(std::string_view text, std::size_t length);

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/accessibility.h"
 #include "platform/screens.h"
@@ -16,25 +17,25 @@ struct WindowIdentitySeed {
   Element window;
   /// The screen that contains the window; never null.
   ScreenRef screen;
-  /// "AXRole"; "AXWindow" when unreadable.
-  std::string role;
+  /// "AXRole"; "AXWindow" when unreadable. A window that is managed has one of a few roles, so that their texts are constants.
+  std::string_view role;
   /// "AXSubrole"; "<none>" when unreadable.
-  std::string subrole;
+  std::string_view subrole;
   /// "AXIdentifier", normalised; absent when missing or blank.
   std::optional<std::string> axIdentifier;
   /// "AXTitle" without white space at its ends, in its own case; "<untitled>" when missing or blank.
   std::string title;
 };
 
-/// One window under management. It lives no longer than the scan that made it.
+/// One window under management. It lives no longer than the scan that made it, which owns its texts.
 struct ManagedWindow {
   WindowKey key;
   Element window;
   ScreenRef screen;
   /// Names the owning application.
-  std::string appIdentifier;
+  std::string_view appIdentifier;
   /// Names the window within its application, also after a restart of either.
-  std::string windowIdentity;
+  std::string_view windowIdentity;
 };
 
 }  // namespace tilora

@@ -53,23 +53,22 @@ std::vector<ScreenGroup> groupByScreen(const std::vector<ManagedWindow>& windows
   std::vector<ScreenGroup> groups;
   std::unordered_map<std::string, std::size_t> groupOfKey;
   std::unordered_map<const Screen*, std::size_t> groupOfScreen;
+  const Screen* lastScreen = nullptr;
+  std::size_t lastGroup = 0;
   for (const auto& window : windows) {
-    auto known = groupOfScreen.find(window.screen.get());
-    if (known == groupOfScreen.end()) {
-      const auto [group, isNew] = groupOfKey.try_emplace(screenKey(*window.screen), groups.size());
-      if (isNew) groups.push_back({group->first, {}});
-      known = groupOfScreen.emplace(window.screen.get(), group->second).first;
+    if (window.screen.get() != lastScreen) {
+      lastScreen = window.screen.get();
+      auto known = groupOfScreen.find(lastScreen);
+      if (known == groupOfScreen.end()) {
+        const auto [group, isNew] = groupOfKey.try_emplace(screenKey(*lastScreen), groups.size());
+        if (isNew) groups.push_back({group->first, {}});
+        known = groupOfScreen.emplace(lastScreen, group->second).first;
+      }
+      lastGroup = known->second;
     }
-    groups[known->second].windows.push_back(&window);
+    groups[lastGroup].windows.push_back(&window);
   }
   return groups;
-}
-
-WindowKeySet keySet(const std::vector<ManagedWindow>& windows) {
-  WindowKeySet keys;
-  keys.reserve(windows.size());
-  for (const auto& window : windows) keys.insert(window.key);
-  return keys;
 }
 
 }  // namespace tilora

@@ -25,7 +25,4 @@ struct ScreenGroup {
 /// The windows of a list by the key of their screen, in the order in which the keys first appear. The windows must outlive the groups.
 std::vector<ScreenGroup> groupByScreen(const std::vector<ManagedWindow>& windows);
 
-/// The keys of some windows; equal ones collapse.
-WindowKeySet keySet(const std::vector<ManagedWindow>& windows);
-
 }  // namespace tilora

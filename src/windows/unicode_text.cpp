@@ -18,6 +18,8 @@ bool isAscii(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return isAscii(c); });
 }
 
+char lowerCasedAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
+
 bool isAsciiWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 bool isWhiteSpace(UChar32 character) { return character >= 0 && u_isUWhiteSpace(character) != 0; }
@@ -54,12 +56,18 @@ std::string_view trimmed(std::string_view text) {
 
 std::string lowerCased(std::string_view text) {
   std::string result;
-  if (isAscii(text)) {
-    result.resize(text.size());
-    std::transform(text.begin(), text.end(), result.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
-    return result;
+  appendLowerCased(result, text);
+  return result;
+}
+
+void appendLowerCased(std::string& result, std::string_view text) {
+  if (!isAscii(text)) {
+    unicode(text).toLower(icu::Locale::getRoot()).toUTF8String(result);
+    return;
   }
-  return unicode(text).toLower(icu::Locale::getRoot()).toUTF8String(result);
+  const std::size_t before = result.size();
+  result += text;
+  std::transform(text.begin(), text.end(), result.begin() + static_cast<std::ptrdiff_t>(before), lowerCasedAscii);
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {

@@ -11,6 +11,8 @@ std::string_view trimmed(std::string_view text);
 
 /// `text` in lower case, by the rules that hold for no language in particular.
 std::string lowerCased(std::string_view text);
+/// Appends that to `result`.
+void appendLowerCased(std::string& result, std::string_view text);
 
 /// Whether `part` occurs in `text`, without regard to case.
 bool containsIgnoringCase(std::string_view text, std::string_view part);

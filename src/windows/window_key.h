@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <unordered_set>
 
 #include "platform/accessibility.h"
+#include "windows/flat_key_set.h"
 
 namespace tilora {
 
@@ -35,6 +35,6 @@ struct std::hash<tilora::WindowKey> {
 
 namespace tilora {
 
-using WindowKeySet = std::unordered_set<WindowKey>;
+using WindowKeySet = FlatKeySet<WindowKey>;
 
 }  // namespace tilora

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -61,8 +62,9 @@ inline std::vector<simulated::Effect> windowEffects(simulated::SimulatedDesktop&
 
 /// A screen and a window that no desktop has: for the rules that only look at keys, screens and names.
 inline ScreenRef screenNumbered(std::uint64_t number) { return std::make_shared<const Screen>(Screen{laptopFrame, laptopVisible, number}); }
-inline ManagedWindow windowOn(const ScreenRef& screen, WindowKey key, std::string app = "app", std::string identity = "role:window") {
-  return {key, nullptr, screen, std::move(app), std::move(identity)};
+inline ManagedWindow windowOn(const ScreenRef& screen, WindowKey key, std::string_view app = "app",
+                              std::string_view identity = "role:window") {
+  return {key, nullptr, screen, app, identity};
 }
 
 }  // namespace tilora::test

@@ -6,6 +6,7 @@
 
 #include "support/desktops.h"
 #include "support/named_case.h"
+#include "windows/window_scan.h"
 
 namespace tilora {
 namespace {
@@ -16,29 +17,11 @@ using simulated::SimulatedDesktop;
 using test::applicationOf;
 using test::elementOf;
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 std::vector<ProcessId> scanned(SimulatedDesktop& desktop) {
   std::vector<ProcessId> pids;
   for (const auto& application : scannedApplications(desktop.interfaces())) pids.push_back(application->processIdentifier());
   return pids;
-}
-
-std::vector<ManagedWindow> managed(SimulatedDesktop& desktop, ProcessId pid) {
-  return managedWindows(*applicationOf(desktop, pid), desktop.interfaces());
-}
-
-std::vector<std::int64_t> numbers(const std::vector<ManagedWindow>& windows) {
-  std::vector<std::int64_t> all;
-  for (const auto& window : windows) all.push_back(window.key.windowNumber);
-  return all;
-}
-
-std::vector<std::string> identities(const std::vector<ManagedWindow>& windows) {
-  std::vector<std::string> all;
-  for (const auto& window : windows) all.push_back(window.windowIdentity);
-  return all;
 }
 
 TEST(ScannedApplications, AreTheRegularOnesInTheirOrder) {
@@ -84,7 +67,9 @@ TEST_P(Eligibility, IsForStandardWindowsThatCanBeMoved) {
   if (changed.positionSettable) desktop->setSettable(1, AttributeName::position, *changed.positionSettable);
 
   EXPECT_EQ(isEligible(*elementOf(*desktop, 100)), changed.isEligible);
-  EXPECT_EQ(managed(*desktop, 100).size(), changed.isEligible ? 1 : 0);
+  WindowScan scan(desktop->interfaces());
+  scan.add(*applicationOf(*desktop, 100));
+  EXPECT_EQ(scan.windows().size(), changed.isEligible ? 1 : 0);
 }
 
 const AttributeValue anyTitle = std::string("Notes");
@@ -110,82 +95,6 @@ INSTANTIATE_TEST_SUITE_P(Windows, Eligibility,
                                          EligibilityCase{"UnreadablePosition", AttributeName::position, std::nullopt, {}, true},
                                          EligibilityCase{"Hidden", AttributeName::hidden, true, {}, true}),
                          test::caseName);
-
-TEST(ManagedWindows, AreInTheOrderInWhichTheApplicationListsThem) {
-  const auto desktop =
-      test::laptop().app(100).window(3).window(1).window(2).attribute(AttributeName::role, std::string("AXSheet")).window(4).build();
-
-  EXPECT_THAT(numbers(managed(*desktop, 100)), ElementsAre(3, 1, 4));
-}
-
-TEST(ManagedWindows, CarryTheirProcessElementScreenAndNames) {
-  const auto desktop = test::twoScreens().app(100, "com.example.notes").window(1, {.frame = test::onSecondScreen, .number = 70}).build();
-
-  const auto windows = managed(*desktop, 100);
-
-  ASSERT_EQ(windows.size(), 1);
-  EXPECT_EQ(windows[0].key, (WindowKey{100, 70}));
-  EXPECT_EQ(windows[0].window, elementOf(*desktop, 100));
-  EXPECT_EQ(windows[0].screen, desktop->screens().screens().at(1));
-  EXPECT_EQ(windows[0].appIdentifier, "com.example.notes");
-  EXPECT_EQ(windows[0].windowIdentity, "role:axwindow||axstandardwindow");
-}
-
-TEST(ManagedWindows, AreNamedTogether) {
-  const auto desktop = test::laptop()
-                           .app(100)
-                           .window(1, {.title = " Draft "})
-                           .window(2, {.title = "  "})
-                           .window(3)
-                           .attribute(AttributeName::identifier, std::string(" Inspector "))
-                           .window(4)
-                           .attribute(AttributeName::subrole, std::nullopt)
-                           .build();
-
-  EXPECT_THAT(identities(managed(*desktop, 100)),
-              ElementsAre("title:draft", "title:<untitled>", "axid:inspector", "role:axwindow||<none>"));
-}
-
-TEST(ManagedWindows, OnlyThoseThatAreManagedCountForTheNames) {
-  const auto desktop = test::laptop().app(100).window(1).window(2).attribute(AttributeName::minimized, true).build();
-
-  EXPECT_THAT(identities(managed(*desktop, 100)), ElementsAre("role:axwindow||axstandardwindow"));
-}
-
-TEST(ManagedWindows, OfOneKeyShareTheIdentityOfTheLastOne) {
-  const auto desktop = test::laptop().app(100).window(1, {.title = "First", .number = 7}).window(2, {.title = "Last", .number = 7}).build();
-
-  const auto windows = managed(*desktop, 100);
-
-  EXPECT_THAT(numbers(windows), ElementsAre(7, 7));
-  EXPECT_THAT(identities(windows), ElementsAre("title:last", "title:last"));
-}
-
-TEST(ManagedWindows, OfAHiddenApplicationAreStillListed) {
-  const auto desktop = test::laptop().app(100, ApplicationTraits{.hidden = true}).window(1).build();
-
-  EXPECT_THAT(numbers(managed(*desktop, 100)), ElementsAre(1));
-}
-
-TEST(ManagedWindows, AreNoneWhenTheListCannotBeRead) {
-  const auto desktop = test::laptop().app(100).window(1).build();
-
-  desktop->setWindowsUnreadable(100, true);
-
-  EXPECT_THAT(managed(*desktop, 100), IsEmpty());
-}
-
-TEST(ManagedWindows, AreNoneWithoutScreens) {
-  const auto desktop = simulated::desktop().app(100).window(1).build();
-
-  EXPECT_THAT(managed(*desktop, 100), IsEmpty());
-}
-
-TEST(ManagedWindows, ThatAreNotListedAreNotFound) {
-  const auto desktop = test::laptop().app(100).window(1).window(2, {.listed = false}).build();
-
-  EXPECT_THAT(numbers(managed(*desktop, 100)), ElementsAre(1));
-}
 
 TEST(FocusedWindow, IsWhatTheFrontmostApplicationTells) {
   const auto desktop = test::laptop().app(100, "com.example.notes").window(1, {.number = 70}).app(200).window(2).front(100, 1).build();

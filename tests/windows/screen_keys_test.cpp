@@ -176,12 +176,5 @@ TEST(GroupsByScreen, ScreensOfEqualFramesWithoutNumbersAreOne) {
 
 TEST(GroupsByScreen, WithoutWindowsThereAreNone) { EXPECT_THAT(groupByScreen({}), IsEmpty()); }
 
-TEST(KeySets, HoldEqualKeysOnce) {
-  const auto screen = screenNumbered(1);
-
-  EXPECT_THAT(keySet({windowOn(screen, {1, 1}), windowOn(screen, {1, 2}), windowOn(screen, {1, 1})}),
-              testing::UnorderedElementsAre(WindowKey{1, 1}, WindowKey{1, 2}));
-}
-
 }  // namespace
 }  // namespace tilora

@@ -1,0 +1,60 @@
+// The managed windows of the applications that one pass or command looks at.
+#include "windows/window_scan.h"
+
+#include <cstddef>
+#include <unordered_map>
+#include <utility>
+
+#include "windows/attribute_readers.h"
+#include "windows/discovery.h"
+#include "windows/identity.h"
+#include "windows/screen_keys.h"
+
+namespace tilora {
+namespace {
+
+/// Gives windows with one key the identity of the last of them.
+void shareIdentities(const std::vector<WindowIdentitySeed>& seeds, std::vector<std::string_view>& identities) {
+  std::unordered_map<WindowKey, std::string_view> identityOf;
+  for (std::size_t i = 0; i < seeds.size(); ++i) identityOf.insert_or_assign(seeds[i].key, identities[i]);
+  for (std::size_t i = 0; i < seeds.size(); ++i) identities[i] = identityOf.at(seeds[i].key);
+}
+
+}  // namespace
+
+WindowScan::WindowScan(const Desktop& desktop) : desktop_(desktop), texts_(std::make_unique<std::pmr::monotonic_buffer_resource>()) {}
+
+void WindowScan::add(const RunningApplication& application) {
+  const ProcessId pid = application.processIdentifier();
+  auto elements = readElements(*desktop_.accessibility.applicationElement(pid), AttributeName::windows);
+  if (!elements) return;
+  seeds_.clear();
+  for (auto& element : *elements) appendSeed(std::move(element), pid);
+
+  const auto appIdentifier = keptText(applicationIdentifier(application), *texts_);
+  auto identities = windowIdentities(seeds_, *texts_);
+  bool areKeysNew = true;
+  for (const auto& seed : seeds_) areKeysNew = keys_.insert(seed.key) && areKeysNew;
+  if (!areKeysNew) shareIdentities(seeds_, identities);
+  for (std::size_t i = 0; i < seeds_.size(); ++i) {
+    auto& seed = seeds_[i];
+    windows_.push_back({seed.key, std::move(seed.window), std::move(seed.screen), appIdentifier, identities[i]});
+  }
+}
+
+void WindowScan::appendSeed(Element window, ProcessId pid) {
+  const auto roles = rolesIfEligible(*window);
+  if (!roles) return;
+  auto screen = screenOf(*window, desktop_.screens);
+  if (!screen) return;
+  auto& seed = seeds_.emplace_back();
+  seed.key = {pid, windowNumberOf(*window)};
+  seed.screen = std::move(screen);
+  seed.role = roles->role;
+  seed.subrole = roles->subrole;
+  seed.axIdentifier = identifierOf(*window);
+  seed.title = titleOf(*window);
+  seed.window = std::move(window);
+}
+
+}  // namespace tilora
