@@ -67,6 +67,7 @@ std::size_t CrowdedDesktop::bareReads() {
     for (const auto& window : std::get<std::vector<Element>>(*windows)) {
       std::size_t readable = window->isSettable(AttributeName::position).value_or(false) ? 1 : 0;
       for (const auto name : neededAttributes) readable += window->value(name) ? 1 : 0;
+      if (!application->isHidden() && window->isSettable(AttributeName::hidden)) readable += window->value(AttributeName::hidden) ? 1 : 0;
       if (readable > 0) ++count;
     }
   }

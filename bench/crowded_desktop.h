@@ -17,7 +17,8 @@ class CrowdedDesktop {
 
   /// One pass of the engine.
   void pass();
-  /// Reads, and throws away, each attribute that a pass needs to know of each window: nine a window. Answers how many windows there were.
+  /// Reads, and throws away, each attribute that a pass needs to know of each window: nine a window, and whether it is hidden for those of
+  /// shown applications. Answers how many windows there were.
   std::size_t bareReads();
 
  private:

@@ -55,21 +55,21 @@ class ApplicationPreferences {
  private:
   void turnTo(std::string_view application) {
     application_ = application;
-    whole_ = stored(application);
-    key_ = placementKey(application, {});
+    whole_.reset();
+    hasSpecific_ = false;
+    auto first = all_.lower_bound(application);
+    if (first == all_.end() || !first->first.starts_with(application)) return;
+    if (first->first == application) whole_ = first->second;
+    key_.assign(application).append(separator);
     beginning_ = key_.size();
-    const auto first = all_.lower_bound(key_);
+    first = all_.lower_bound(key_);
     hasSpecific_ = first != all_.end() && first->first.starts_with(key_);
   }
 
   std::optional<WindowPlacement> specific(std::string_view identity) {
     key_.resize(beginning_);
     key_ += identity;
-    return stored(key_);
-  }
-
-  std::optional<WindowPlacement> stored(std::string_view key) const {
-    const auto entry = all_.find(key);
+    const auto entry = all_.find(key_);
     if (entry == all_.end()) return std::nullopt;
     return entry->second;
   }

@@ -10,42 +10,6 @@
 namespace tilora {
 namespace {
 
-/// Counts the windows without identifier by role key. Roles as they are read differ little, so that a key is rarely built.
-class RoleKeyCounts {
- public:
-  /// Counts one window and answers the place of its roles.
-  std::size_t add(const WindowIdentitySeed& seed) {
-    const auto known = std::find_if(roles_.begin(), roles_.end(),
-                                    [&](const Roles& roles) { return roles.subrole == seed.subrole && roles.role == seed.role; });
-    const auto place = static_cast<std::size_t>(known - roles_.begin());
-    if (known == roles_.end()) roles_.push_back({seed.role, seed.subrole, 0});
-    ++roles_[place].count;
-    return place;
-  }
-
-  /// The role key of the roles at a place.
-  std::string key(std::size_t place) const { return normalized(roles_[place].role) + "||" + normalized(roles_[place].subrole); }
-
-  /// Whether one window alone has that role key.
-  bool isUnique(std::size_t place) const {
-    if (roles_[place].count > 1) return false;
-    if (roles_.size() == 1) return true;
-    for (std::size_t other = 0; other < roles_.size(); ++other) {
-      if (other != place && key(other) == key(place)) return false;
-    }
-    return true;
-  }
-
- private:
-  struct Roles {
-    std::string_view role;
-    std::string_view subrole;
-    std::size_t count;
-  };
-
-  std::vector<Roles> roles_;
-};
-
 void appendNormalized(std::string& result, std::string_view text) {
   const std::size_t before = result.size();
   appendLowerCased(result, trimmed(text));
@@ -87,26 +51,46 @@ std::string titleIdentity(std::string_view title) {
   return identity;
 }
 
-std::vector<std::string_view> windowIdentities(const std::vector<WindowIdentitySeed>& seeds, std::pmr::memory_resource& texts) {
-  RoleKeyCounts roleKeys;
-  std::vector<std::size_t> places;
-  places.reserve(seeds.size());
-  for (const auto& seed : seeds) places.push_back(seed.axIdentifier ? 0 : roleKeys.add(seed));
-  std::vector<std::string_view> identities;
-  identities.reserve(seeds.size());
-  std::string identity;
-  for (std::size_t i = 0; i < seeds.size(); ++i) {
-    if (seeds[i].axIdentifier) {
-      identity.assign("axid:").append(*seeds[i].axIdentifier);
-    } else if (roleKeys.isUnique(places[i])) {
-      identity.assign("role:").append(roleKeys.key(places[i]));
-    } else {
-      identity.assign(titlePrefix);
-      appendNormalized(identity, seeds[i].title);
-    }
-    identities.push_back(keptText(identity, texts));
+std::vector<std::string_view>& WindowNamer::identities(const std::vector<WindowIdentitySeed>& seeds) {
+  for (auto& roles : roles_) roles.count = 0;
+  places_.clear();
+  for (const auto& seed : seeds) {
+    places_.push_back(placeOf(seed));
+    if (!seed.axIdentifier) ++roles_[places_.back()].count;
   }
-  return identities;
+  identities_.clear();
+  for (std::size_t i = 0; i < seeds.size(); ++i) identities_.push_back(identityOf(seeds[i], roles_[places_[i]]));
+  return identities_;
+}
+
+std::size_t WindowNamer::placeOf(const WindowIdentitySeed& seed) {
+  const auto known = std::find_if(roles_.begin(), roles_.end(),
+                                  [&](const Roles& roles) { return roles.subrole == seed.subrole && roles.role == seed.role; });
+  const auto place = static_cast<std::size_t>(known - roles_.begin());
+  if (known == roles_.end()) {
+    const std::string identity = "role:" + normalized(seed.role) + "||" + normalized(seed.subrole);
+    roles_.push_back({keptText(seed.role, texts_), keptText(seed.subrole, texts_), keptText(identity, texts_), 0});
+  }
+  return place;
+}
+
+/// Whether one window alone has the role key.
+bool WindowNamer::isUnique(const Roles& roles) const {
+  if (roles.count != 1) return false;
+  return std::all_of(roles_.begin(), roles_.end(),
+                     [&](const Roles& other) { return &other == &roles || other.count == 0 || other.identity != roles.identity; });
+}
+
+std::string_view WindowNamer::identityOf(const WindowIdentitySeed& seed, const Roles& roles) {
+  if (seed.axIdentifier) {
+    identity_.assign("axid:").append(*seed.axIdentifier);
+  } else if (isUnique(roles)) {
+    return roles.identity;
+  } else {
+    identity_.assign(titlePrefix);
+    appendNormalized(identity_, seed.title);
+  }
+  return keptText(identity_, texts_);
 }
 
 std::string_view keptText(std::string_view text, std::pmr::memory_resource& texts) {

@@ -30,9 +30,37 @@ std::optional<std::string> identifierOf(const AccessibilityElement& window);
 /// "title:" and the normalised title.
 std::string titleIdentity(std::string_view title);
 
-/// The identities of one application's windows, in their order: by identifier where there is one, else by role where that is unique among
-/// the windows without identifier, else by title. `texts` holds them.
-std::vector<std::string_view> windowIdentities(const std::vector<WindowIdentitySeed>& seeds, std::pmr::memory_resource& texts);
+/// Names the windows of applications, one application after the other.
+class WindowNamer {
+ public:
+  /// `texts` holds the names and must outlive them and the namer.
+  explicit WindowNamer(std::pmr::memory_resource& texts) : texts_(texts) {}
+
+  /// The identities of one application's windows, in their order: by identifier where there is one, else by role where that is unique among
+  /// the windows without identifier, else by title. Valid until the next call.
+  std::vector<std::string_view>& identities(const std::vector<WindowIdentitySeed>& seeds);
+
+ private:
+  /// A role and subrole as they were read, and how many windows without identifier have them.
+  struct Roles {
+    std::string_view role;
+    std::string_view subrole;
+    /// "role:" and the role key; roles that differ only before normalising share it.
+    std::string_view identity;
+    std::size_t count;
+  };
+
+  std::size_t placeOf(const WindowIdentitySeed& seed);
+  bool isUnique(const Roles& roles) const;
+  std::string_view identityOf(const WindowIdentitySeed& seed, const Roles& roles);
+
+  std::pmr::memory_resource& texts_;
+  std::vector<Roles> roles_;
+  /// For each window of the application at hand its place among the roles, then its identity.
+  std::vector<std::size_t> places_;
+  std::vector<std::string_view> identities_;
+  std::string identity_;
+};
 
 /// A copy of `text` that `texts` holds.
 std::string_view keptText(std::string_view text, std::pmr::memory_resource& texts);

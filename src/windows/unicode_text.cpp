@@ -6,7 +6,6 @@
 #include <unicode/unistr.h>
 #include <unicode/utext.h>
 
-#include <algorithm>
 #include <cstdint>
 
 namespace tilora {
@@ -14,11 +13,10 @@ namespace {
 
 bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
-bool isAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return isAscii(c); });
+char lowerCasedAscii(char c) {
+  const bool isCapital = c >= 'A' && c <= 'Z';
+  return static_cast<char>(c | (isCapital ? 0x20 : 0));
 }
-
-char lowerCasedAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
 
 bool isAsciiWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
@@ -61,13 +59,16 @@ std::string lowerCased(std::string_view text) {
 }
 
 void appendLowerCased(std::string& result, std::string_view text) {
-  if (!isAscii(text)) {
-    unicode(text).toLower(icu::Locale::getRoot()).toUTF8String(result);
-    return;
-  }
   const std::size_t before = result.size();
   result += text;
-  std::transform(text.begin(), text.end(), result.begin() + static_cast<std::ptrdiff_t>(before), lowerCasedAscii);
+  unsigned char seen = 0;
+  for (std::size_t i = before; i < result.size(); ++i) {
+    seen |= static_cast<unsigned char>(result[i]);
+    result[i] = lowerCasedAscii(result[i]);
+  }
+  if (isAscii(static_cast<char>(seen))) return;
+  result.resize(before);
+  unicode(text).toLower(icu::Locale::getRoot()).toUTF8String(result);
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {

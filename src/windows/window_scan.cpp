@@ -7,7 +7,6 @@
 
 #include "windows/attribute_readers.h"
 #include "windows/discovery.h"
-#include "windows/identity.h"
 #include "windows/screen_keys.h"
 
 namespace tilora {
@@ -22,7 +21,8 @@ void shareIdentities(const std::vector<WindowIdentitySeed>& seeds, std::vector<s
 
 }  // namespace
 
-WindowScan::WindowScan(const Desktop& desktop) : desktop_(desktop), texts_(std::make_unique<std::pmr::monotonic_buffer_resource>()) {}
+WindowScan::WindowScan(const Desktop& desktop)
+    : desktop_(desktop), texts_(std::make_unique<std::pmr::monotonic_buffer_resource>()), namer_(*texts_) {}
 
 void WindowScan::add(const RunningApplication& application) {
   const ProcessId pid = application.processIdentifier();
@@ -32,7 +32,7 @@ void WindowScan::add(const RunningApplication& application) {
   for (auto& element : *elements) appendSeed(std::move(element), pid);
 
   const auto appIdentifier = keptText(applicationIdentifier(application), *texts_);
-  auto identities = windowIdentities(seeds_, *texts_);
+  auto& identities = namer_.identities(seeds_);
   bool areKeysNew = true;
   for (const auto& seed : seeds_) areKeysNew = keys_.insert(seed.key) && areKeysNew;
   if (!areKeysNew) shareIdentities(seeds_, identities);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/desktop.h"
+#include "windows/identity.h"
 #include "windows/managed_window.h"
 
 namespace tilora {
@@ -29,6 +30,7 @@ class WindowScan {
 
   Desktop desktop_;
   std::unique_ptr<std::pmr::monotonic_buffer_resource> texts_;
+  WindowNamer namer_;
   std::vector<ManagedWindow> windows_;
   WindowKeySet keys_;
   /// Those of the application at hand.

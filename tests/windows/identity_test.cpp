@@ -86,7 +86,8 @@ WindowIdentitySeed standardWindow(std::int64_t number, std::string title = "<unt
 
 std::vector<std::string> identitiesOf(const std::vector<WindowIdentitySeed>& seeds) {
   std::pmr::monotonic_buffer_resource texts;
-  const auto identities = windowIdentities(seeds, texts);
+  WindowNamer namer(texts);
+  const auto& identities = namer.identities(seeds);
   return {identities.begin(), identities.end()};
 }
 
@@ -123,6 +124,16 @@ TEST(WindowIdentities, ABlankSubroleIsNamedEmpty) {
 
 TEST(WindowIdentities, AnEmptyTitleIsNamedEmpty) {
   EXPECT_THAT(identitiesOf({standardWindow(1, ""), standardWindow(2, "B")}), ElementsAre("title:<empty>", "title:b"));
+}
+
+TEST(WindowIdentities, OfOneApplicationDoNotDependOnTheOneBefore) {
+  std::pmr::monotonic_buffer_resource texts;
+  WindowNamer namer(texts);
+
+  EXPECT_THAT(namer.identities({standardWindow(1, "A"), standardWindow(2, "B")}), ElementsAre("title:a", "title:b"));
+  EXPECT_THAT(namer.identities({standardWindow(3, "C")}), ElementsAre("role:axwindow||axstandardwindow"));
+  EXPECT_THAT(namer.identities({seed(4, " AXWindow", "AXStandardWindow", "D")}), ElementsAre("role:axwindow||axstandardwindow"));
+  EXPECT_THAT(namer.identities({seed(4, " AXWindow", "AXStandardWindow", "D"), standardWindow(5, "E")}), ElementsAre("title:d", "title:e"));
 }
 
 TEST(WindowIdentities, WithoutWindowsThereAreNone) { EXPECT_THAT(identitiesOf({}), IsEmpty()); }
