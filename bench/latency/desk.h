@@ -55,6 +55,8 @@ class Desk {
   const std::vector<xcb_window_t>& windows() const { return windows_; }
 
   void press(const Chord& chord);
+  /// Waits until nothing happens any more.
+  void waitUntilQuiet();
   /// Throws a Failure that names `what` when it does not come true.
   void expect(const std::string& what, const std::function<bool()>& holds);
   /// Presses `chord` until an event of the windows follows: a program that has just been started may not have its keys yet.
@@ -68,7 +70,6 @@ class Desk {
   /// Whether an event shows one of the windows changed; takes note of what it shows.
   bool isChange(const harness::WindowEvent& event, Action action);
   void prepareToWatch();
-  void waitUntilQuiet();
 
   harness::Display& display_;
   harness::Session session_;

@@ -59,6 +59,7 @@ class Tilora : public Contestant {
   void activate(std::size_t index) {
     desk_.display().activate(window(index));
     desk_.expect("a window is active", [&] { return desk_.display().activeWindow() == window(index); });
+    desk_.waitUntilQuiet();
   }
 
   void expectShown(const std::vector<std::size_t>& shown) {
@@ -75,6 +76,7 @@ class Tilora : public Contestant {
   void place(std::size_t index, const Chord& chord, const std::vector<std::size_t>& shown) {
     activate(index);
     desk_.press(chord);
+    desk_.waitUntilQuiet();
     expectShown(shown);
   }
 

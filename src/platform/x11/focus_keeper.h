@@ -33,6 +33,8 @@ class FocusKeeper {
   /// The active window as the engine may see it; none while there is none.
   xcb_window_t reported() const { return reported_; }
 
+  /// Whether the keyboard is held now.
+  bool holdsKeyboard() const { return hold_ && hold_->keyboardIsHeld; }
   /// Holds the keyboard. To be called before the requests that bring `restored` back, of which there is at least one.
   void hold(const std::vector<ClientWindowRef>& restored);
   /// To be called after those requests. Once the focus has arrived at the last of those restored it is given back to the window that had

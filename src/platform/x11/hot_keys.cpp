@@ -58,6 +58,21 @@ void X11HotKeys::selectKeyboardEvents() {
   xcb_discard_reply(xcb, flags.sequence);
 }
 
+void X11HotKeys::selectModifierEvents(bool selected) const {
+  xcb_xkb_select_events_details_t details{};
+  details.affectState = XCB_XKB_STATE_PART_MODIFIER_STATE;
+  details.stateDetails = selected ? details.affectState : std::uint16_t{0};
+  xcb_xkb_select_events_aux(connection_.xcb(), XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0, &details);
+}
+
+void X11HotKeys::keyboardTaken() {
+  repeats_.keyboardTaken();
+  // Nobody holds a combination any more once its modifiers are up. Every Shift that is typed is reported, so it is asked for only now.
+  if (connection_.extensions().xkbOpcode == 0 || repeats_.isWatchingAll()) return;
+  selectModifierEvents(true);
+  connection_.flush();
+}
+
 std::optional<Subscription> X11HotKeys::installHandler(std::function<void(std::uint32_t id)> handler) {
   if (handler_ || !handler) return std::nullopt;
   handler_ = std::make_shared<std::function<void(std::uint32_t)>>(std::move(handler));
@@ -95,6 +110,10 @@ bool X11HotKeys::handleEvent(const xcb_generic_event_t& event) {
     } else {
       keyPressed(key);
     }
+    return true;
+  }
+  if (isModifierChange(event)) {
+    modifiersChanged(event);
     return true;
   }
   if (!isKeyboardChange(event)) return false;
@@ -158,6 +177,19 @@ void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
   // The handler may register anew or take itself away.
   const std::uint32_t id = (*found).id;
   if (const auto handler = handler_) (*handler)(id);
+}
+
+bool X11HotKeys::isModifierChange(const xcb_generic_event_t& event) const {
+  const std::uint8_t type = event.response_type & responseTypeMask;
+  return connection_.extensions().xkbOpcode != 0 && type == connection_.extensions().xkbFirstEvent &&
+         reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event).xkbType == XCB_XKB_STATE_NOTIFY;
+}
+
+void X11HotKeys::modifiersChanged(const xcb_generic_event_t& event) {
+  if ((reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event).mods & keymap_.combinationModifiers()) != 0) return;
+  repeats_.forgetUnwatched();
+  selectModifierEvents(false);
+  connection_.flush();
 }
 
 bool X11HotKeys::isKeyboardChange(const xcb_generic_event_t& event) const {

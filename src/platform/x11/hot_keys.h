@@ -47,7 +47,7 @@ class X11HotKeys : public HotKeys {
 
   /// To be called after this process grabbed the whole keyboard, which it may do while the key of a combination is down: that key's release
   /// goes elsewhere then.
-  void keyboardTaken() { repeats_.keyboardTaken(); }
+  void keyboardTaken();
 
   /// The server's time of the last press that fired or went to the monitor; XCB_CURRENT_TIME before the first.
   xcb_timestamp_t lastPressTime() const { return lastPressTime_; }
@@ -80,12 +80,15 @@ class X11HotKeys : public HotKeys {
   };
 
   void selectKeyboardEvents();
+  void selectModifierEvents(bool selected) const;
   std::optional<Combination> combinationFor(std::uint32_t keyCode, std::uint32_t mask) const;
   bool isGrabbed(const Combination& combination) const;
   PendingGrab sendGrab(const Combination& combination) const;
   bool collectGrab(const PendingGrab& pending) const;
   void ungrab(const Combination& combination, const std::vector<std::uint16_t>& lockStates) const;
   void keyPressed(const xcb_key_press_event_t& event);
+  bool isModifierChange(const xcb_generic_event_t& event) const;
+  void modifiersChanged(const xcb_generic_event_t& event);
   bool isKeyboardChange(const xcb_generic_event_t& event) const;
   void reloadKeymap(const xcb_generic_event_t& cause);
   void regrab(const Keymap& next);

@@ -1,6 +1,8 @@
 // Which press is a repeat.
 #include "platform/x11/repeat_filter.h"
 
+#include <algorithm>
+
 namespace tilora::x11 {
 
 bool RepeatFilter::isFirstPress(xcb_keycode_t key, xcb_timestamp_t time) {
@@ -17,6 +19,14 @@ void RepeatFilter::released(xcb_keycode_t key) {
 
 void RepeatFilter::keyboardTaken() {
   for (auto& [key, held] : held_) held.watched = false;
+}
+
+void RepeatFilter::forgetUnwatched() {
+  std::erase_if(held_, [](const auto& entry) { return !entry.second.watched; });
+}
+
+bool RepeatFilter::isWatchingAll() const {
+  return std::ranges::all_of(held_, [](const auto& entry) { return entry.second.watched; });
 }
 
 bool RepeatFilter::repeatIsDue(const Held& held, xcb_timestamp_t time) const {

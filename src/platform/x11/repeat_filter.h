@@ -31,6 +31,9 @@ class RepeatFilter {
   void released(xcb_keycode_t key);
   /// The grab that began with a press has been replaced by one of the whole keyboard: the release of no key that is down will arrive.
   void keyboardTaken();
+  /// Every key that is not watched is up.
+  void forgetUnwatched();
+  bool isWatchingAll() const;
 
  private:
   struct Held {

@@ -119,6 +119,7 @@ class X11Desktop::Parts {
 
   void commit() {
     if (state.changes.commit()) scheduleReview(reviewTime);
+    if (state.focus.holdsKeyboard()) hotKeys.keyboardTaken();
   }
 
   void settle() {

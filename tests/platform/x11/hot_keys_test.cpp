@@ -7,6 +7,7 @@
 #include <array>
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 #include "bare_server.h"
 #include "harness/test_client.h"
@@ -67,6 +68,19 @@ class HotKeysTest : public testing::Test {
     bare.keyboard.chord(chord);
     settle();
     return fired;
+  }
+
+  /// Holds the first combination down, and grabs the keyboard and lets it go again meanwhile.
+  void pressAndTakeTheKeyboard() {
+    for (const Key key : {Key::leftAlt, Key::leftShift, Key::leftBracket}) bare.keyboard.press(key);
+    settle();
+    ASSERT_EQ(fired, std::vector<std::uint32_t>{1});
+    auto* xcb = bare.connection->xcb();
+    const auto grab = xcb_grab_keyboard(xcb, 0, bare.connection->root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
+    xcb_discard_reply(xcb, grab.sequence);
+    hotKeys->keyboardTaken();
+    xcb_ungrab_keyboard(xcb, XCB_CURRENT_TIME);
+    settle();
   }
 
   /// Takes in everything that follows from what has been done so far.
@@ -169,15 +183,7 @@ TEST_F(HotKeysTest, AHeldKeyFiresOnce) {
 
 TEST_F(HotKeysTest, AKeyThatWasDownWhileTheKeyboardWasGrabbedFiresAgain) {
   ASSERT_EQ(registerAll(), 4);
-  for (const Key key : {Key::leftAlt, Key::leftShift, Key::leftBracket}) bare.keyboard.press(key);
-  settle();
-  ASSERT_EQ(fired, std::vector<std::uint32_t>{1});
-  auto* xcb = bare.connection->xcb();
-  xcb_discard_reply(xcb,
-                    xcb_grab_keyboard(xcb, 0, bare.connection->root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC).sequence);
-  hotKeys->keyboardTaken();
-  xcb_ungrab_keyboard(xcb, XCB_CURRENT_TIME);
-  settle();
+  pressAndTakeTheKeyboard();
   bare.keyboard.release(Key::leftBracket);
   settle();
   bare.keyboard.press(Key::leftBracket);
@@ -187,6 +193,27 @@ TEST_F(HotKeysTest, AKeyThatWasDownWhileTheKeyboardWasGrabbedFiresAgain) {
   bare.keyboard.press(Key::leftBracket);
   settle();
   EXPECT_EQ(fired, (std::vector<std::uint32_t>{1, 1, 1}));
+}
+
+TEST_F(HotKeysTest, AKeyThatStaysDownWhileTheKeyboardIsGrabbedFiresOnce) {
+  ASSERT_EQ(registerAll(), 4);
+  pressAndTakeTheKeyboard();
+  ASSERT_TRUE(pump.until([this] { return keyPresses >= 4; }));
+  EXPECT_EQ(fired, std::vector<std::uint32_t>{1});
+}
+
+TEST_F(HotKeysTest, WhenItsModifiersHaveBeenUpAKeyFiresAgainEvenAtTheMomentOfARepeat) {
+  ASSERT_EQ(registerAll(), 4);
+  pressAndTakeTheKeyboard();
+  for (const Key key : {Key::leftBracket, Key::leftShift, Key::leftAlt}) bare.keyboard.release(key);
+  settle();
+  // The next press comes when the server would repeat the first one, had it been held.
+  const auto pressedAt = hotKeys->lastPressTime();
+  constexpr xcb_timestamp_t repeatDelay = 660;
+  while (bare.display.serverTime() - pressedAt < repeatDelay) std::this_thread::yield();
+  bare.keyboard.chord({Key::leftAlt, Key::leftShift, Key::leftBracket});
+  settle();
+  EXPECT_EQ(fired, (std::vector<std::uint32_t>{1, 1}));
 }
 
 TEST_F(HotKeysTest, AnotherKeyFiresWhileOneIsHeld) {
