@@ -30,6 +30,7 @@ class ShortcutRecorder {
   ShortcutRecorder(KeyMonitor& monitor, ShortcutBindingsOwner& owner);
   ShortcutRecorder(const ShortcutRecorder&) = delete;
   ShortcutRecorder& operator=(const ShortcutRecorder&) = delete;
+  ~ShortcutRecorder() = default;
 
   /// The row button of an action: stops recording it, or starts, which first stops any other.
   void toggle(ShortcutAction action);

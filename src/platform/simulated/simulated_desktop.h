@@ -25,6 +25,7 @@ class SimulatedDesktop {
   SimulatedDesktop();
   SimulatedDesktop(const SimulatedDesktop&) = delete;
   SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
+  ~SimulatedDesktop() = default;
 
   /// The interfaces, for whoever works on this desktop; valid while it lives. `setOwnProcessId` comes before.
   Desktop interfaces();

@@ -23,8 +23,8 @@ class SimulatedWindowServer final : public WindowServer {
 
  private:
   struct Known {
-    std::uint64_t declared;
-    std::optional<std::int64_t> number;
+    std::uint64_t declared = 0;
+    std::optional<std::int64_t> number = {};
   };
 
   void enter(const SimulatedWindow& window, const Known& known);
