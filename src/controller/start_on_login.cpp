@@ -8,7 +8,7 @@
 namespace tilora {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 
 /// The system's status settles shortly after a registration.
 constexpr auto statusRefreshDelay = 800ms;

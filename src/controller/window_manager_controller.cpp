@@ -16,7 +16,7 @@
 namespace tilora {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 
 constexpr auto layoutInterval = 250ms;
 constexpr auto retileDelay = 200ms;
@@ -40,9 +40,7 @@ constexpr std::array<HotKey, 4> hotKeys = {{
 }  // namespace
 
 WindowManagerController::WindowManagerController(const Desktop& desktop) : desktop_(desktop), hotKeyManager_(desktop.hotKeys) {
-  loadSettings();
-  refreshStartOnLoginStatus();
-  isInitializingState_ = false;
+  initializeState();
   registerHotKeys();
   installObservers();
   startLayoutTimer();
@@ -54,6 +52,12 @@ WindowManagerController::~WindowManagerController() {
   for (auto& observer : workspaceObservers_) observer.reset();
   screenObserver_.reset();
   layoutTimer_.reset();
+}
+
+void WindowManagerController::initializeState() {
+  loadSettings();
+  refreshStartOnLoginStatus();
+  isInitializingState_ = false;
 }
 
 void WindowManagerController::loadSettings() {

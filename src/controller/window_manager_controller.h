@@ -106,6 +106,7 @@ class WindowManagerController final : public ShortcutBindingsOwner {
   void raiseSettingsWindow();
 
  private:
+  void initializeState();
   void loadSettings();
   void installObservers();
   void startLayoutTimer();

@@ -18,7 +18,7 @@ Subscription VirtualClock::repeat(std::chrono::milliseconds interval, std::funct
   return Subscription([shared] { *shared = nullptr; });
 }
 
-void VirtualClock::repeatOnce(std::chrono::milliseconds interval, std::shared_ptr<std::function<void()>> work) {
+void VirtualClock::repeatOnce(std::chrono::milliseconds interval, const std::shared_ptr<std::function<void()>>& work) {
   postAfter(interval, [this, interval, work] {
     if (const auto tick = *work) tick();
     if (*work) repeatOnce(interval, work);

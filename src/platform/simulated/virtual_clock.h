@@ -24,7 +24,7 @@ class VirtualClock final : public MainQueue {
   void advance(std::chrono::milliseconds duration);
 
  private:
-  void repeatOnce(std::chrono::milliseconds interval, std::shared_ptr<std::function<void()>> work);
+  void repeatOnce(std::chrono::milliseconds interval, const std::shared_ptr<std::function<void()>>& work);
 
   std::chrono::milliseconds now_{0};
   std::deque<std::function<void()>> posted_;
