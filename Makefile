@@ -5,7 +5,7 @@ BUILD := build/release
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
-.PHONY: all run test test-desktops sanitize bench format check-format tidy clean
+.PHONY: all run test test-desktops sanitize bench bench-latency format check-format tidy clean
 
 ## Builds everything.
 all:
@@ -47,6 +47,13 @@ bench:
 	@cmake --preset bench
 	@cmake --build --preset bench
 	@for program in build/bench/bench/*_bench; do echo "$$program"; "$$program" || exit 1; done
+
+## Measures how long a key press takes to show, side by side with other programs. OUTPUT=FILE writes the tables to a file as well.
+bench-latency:
+	@$(INSTALL) build bench
+	@cmake --preset bench
+	@cmake --build --preset bench --target tilora-latency
+	@build/bench/bin/tilora-latency $(if $(OUTPUT),--output $(OUTPUT))
 
 ## Formats every source file in place.
 format:

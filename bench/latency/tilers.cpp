@@ -77,7 +77,7 @@ std::vector<harness::ManagedProcess> started(Desk& desk, std::vector<std::vector
 
 /// Runs a program to its end, again and again until it succeeds: what it talks to is just starting.
 void runUntilItSucceeds(Desk& desk, const std::vector<std::string>& command) {
-  constexpr int mostTries = 50;
+  constexpr int mostTries = 200;
   for (int i = 0; i < mostTries; ++i) {
     auto process = desk.session().start(command);
     const auto end = process.waitForEnd();
