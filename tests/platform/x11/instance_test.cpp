@@ -17,7 +17,9 @@ class InstanceTest : public testing::Test {
   int shown = 0;
   int lost = 0;
   Instance::Start first = Instance::acquire(*bare.connection);
-  EventPump pump{*bare.connection, [this](const xcb_generic_event_t& event) { first.instance->handleEvent(event); }};
+  EventPump pump{*bare.connection, [this](const xcb_generic_event_t& event) {
+                   if (first.instance) first.instance->handleEvent(event);
+                 }};
 
   void SetUp() override {
     ASSERT_EQ(first.outcome, Instance::Outcome::acquired);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -35,14 +36,14 @@ inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
   return names;
 }
 
-/// Sees what is removed from a folder from now on.
-class RemovalWatch {
+/// Sees what happens in a folder from now on: IN_DELETE, IN_MOVED_TO (inotify(7)).
+class FolderWatch {
  public:
-  explicit RemovalWatch(const std::filesystem::path& folder) : queue_(inotify_init1(IN_CLOEXEC)) {
-    inotify_add_watch(queue_.number(), folder.c_str(), IN_DELETE);
+  FolderWatch(const std::filesystem::path& folder, std::uint32_t events) : queue_(inotify_init1(IN_CLOEXEC)) {
+    inotify_add_watch(queue_.number(), folder.c_str(), events);
   }
 
-  /// Waits until something has been removed; false when the deadline passes first.
+  /// Waits until it has happened; false when the deadline passes first.
   bool wait() {
     std::array<char, 4096> events{};
     return harness::waitReadable(queue_.number(), harness::defaultDeadline) && read(queue_.number(), events.data(), events.size()) > 0;
