@@ -40,47 +40,49 @@ class ApplicationPreferences {
   explicit ApplicationPreferences(const PlacementPreferences& all) : all_(all) {}
 
   std::optional<WindowPlacement> placementFor(const ManagedWindow& window) {
-    if (window.appIdentifier.data() != application_.data() || window.appIdentifier.size() != application_.size()) {
-      turnTo(window.appIdentifier);
-    }
-    if (hasSpecific_) {
-      if (const auto placement = specific(window.windowIdentity)) return placement;
-      if (window.windowIdentity.starts_with(titlePrefix)) {
-        if (const auto placement = specific(textAfter(window.windowIdentity, titlePrefix.size()))) return placement;
-      }
+    if (!isSameText(window.appIdentifier, application_)) turnTo(window.appIdentifier);
+    if (specific_.empty()) return whole_;
+    if (const auto placement = specific(window.windowIdentity)) return placement;
+    if (window.windowIdentity.starts_with(titlePrefix)) {
+      if (const auto placement = specific(textAfter(window.windowIdentity, titlePrefix.size()))) return placement;
     }
     return whole_;
   }
 
  private:
+  struct Choice {
+    std::string_view identity;
+    WindowPlacement placement;
+  };
+
   void turnTo(std::string_view application) {
     application_ = application;
     whole_.reset();
-    hasSpecific_ = false;
-    auto first = all_.lower_bound(application);
-    if (first == all_.end() || !first->first.starts_with(application)) return;
-    if (first->first == application) whole_ = first->second;
-    key_.assign(application).append(separator);
-    beginning_ = key_.size();
-    first = all_.lower_bound(key_);
-    hasSpecific_ = first != all_.end() && first->first.starts_with(key_);
+    specific_.clear();
+    auto entry = all_.lower_bound(application);
+    if (entry == all_.end() || !entry->first.starts_with(application)) return;
+    if (entry->first == application) whole_ = entry->second;
+    beginning_.assign(application).append(separator);
+    entry = all_.lower_bound(beginning_);
+    for (; entry != all_.end() && entry->first.starts_with(beginning_); ++entry) {
+      specific_.push_back({textAfter(entry->first, beginning_.size()), entry->second});
+    }
   }
 
-  std::optional<WindowPlacement> specific(std::string_view identity) {
-    key_.resize(beginning_);
-    key_ += identity;
-    const auto entry = all_.find(key_);
-    if (entry == all_.end()) return std::nullopt;
-    return entry->second;
+  std::optional<WindowPlacement> specific(std::string_view identity) const {
+    const auto found = std::lower_bound(specific_.begin(), specific_.end(), identity,
+                                        [](const Choice& choice, std::string_view text) { return choice.identity < text; });
+    if (found == specific_.end() || found->identity != identity) return std::nullopt;
+    return found->placement;
   }
 
   const PlacementPreferences& all_;
   std::string_view application_;
+  /// The application and the separator.
+  std::string beginning_;
   std::optional<WindowPlacement> whole_;
-  bool hasSpecific_ = false;
-  /// The application and the separator, then the identity looked up last.
-  std::string key_;
-  std::size_t beginning_ = 0;
+  /// By identity.
+  std::vector<Choice> specific_;
 };
 
 }  // namespace

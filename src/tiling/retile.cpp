@@ -1,6 +1,7 @@
 // One pass over the desktop.
 #include "tiling/retile.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -24,7 +25,12 @@ struct ProcessWindows {
 class WindowsByProcess {
  public:
   explicit WindowsByProcess(const std::vector<ManagedWindow>& windows) {
-    for (const auto& window : windows) ++of(window.key.pid).count;
+    for (auto first = windows.begin(); first != windows.end();) {
+      const ProcessId pid = first->key.pid;
+      const auto next = std::find_if(first, windows.end(), [&](const ManagedWindow& window) { return window.key.pid != pid; });
+      of(pid).count += static_cast<std::size_t>(next - first);
+      first = next;
+    }
   }
 
   ProcessWindows& of(ProcessId pid) {

@@ -31,18 +31,18 @@ std::string applicationIdentifier(const RunningApplication& application) {
 }
 
 std::string titleOf(const AccessibilityElement& window) {
-  auto title = readString(window, AttributeName::title);
-  if (!title) return "<untitled>";
-  const auto rest = trimmed(*title);
-  if (rest.empty()) return "<untitled>";
-  if (rest.size() == title->size()) return std::move(*title);
-  return std::string(rest);
+  const auto value = window.value(AttributeName::title);
+  const auto* title = textIn(value);
+  const auto rest = title ? trimmed(*title) : std::string_view();
+  return std::string(rest.empty() ? "<untitled>" : rest);
 }
 
 std::optional<std::string> identifierOf(const AccessibilityElement& window) {
-  const auto identifier = readString(window, AttributeName::identifier);
-  if (!identifier || trimmed(*identifier).empty()) return std::nullopt;
-  return normalized(*identifier);
+  const auto value = window.value(AttributeName::identifier);
+  const auto* identifier = textIn(value);
+  const auto rest = identifier ? trimmed(*identifier) : std::string_view();
+  if (rest.empty()) return std::nullopt;
+  return normalized(rest);
 }
 
 std::string titleIdentity(std::string_view title) {
@@ -64,12 +64,13 @@ std::vector<std::string_view>& WindowNamer::identities(const std::vector<WindowI
 }
 
 std::size_t WindowNamer::placeOf(const WindowIdentitySeed& seed) {
-  const auto known = std::find_if(roles_.begin(), roles_.end(),
-                                  [&](const Roles& roles) { return roles.subrole == seed.subrole && roles.role == seed.role; });
+  const auto known = std::find_if(roles_.begin(), roles_.end(), [&](const Roles& roles) {
+    return isSameText(roles.subrole, seed.subrole) && isSameText(roles.role, seed.role);
+  });
   const auto place = static_cast<std::size_t>(known - roles_.begin());
   if (known == roles_.end()) {
     const std::string identity = "role:" + normalized(seed.role) + "||" + normalized(seed.subrole);
-    roles_.push_back({keptText(seed.role, texts_), keptText(seed.subrole, texts_), keptText(identity, texts_), 0});
+    roles_.push_back({seed.role, seed.subrole, texts_.keep(identity), 0});
   }
   return place;
 }
@@ -90,14 +91,7 @@ std::string_view WindowNamer::identityOf(const WindowIdentitySeed& seed, const R
     identity_.assign(titlePrefix);
     appendNormalized(identity_, seed.title);
   }
-  return keptText(identity_, texts_);
-}
-
-std::string_view keptText(std::string_view text, std::pmr::memory_resource& texts) {
-  if (text.empty()) return {};
-  auto* kept = static_cast<char*>(texts.allocate(text.size(), 1));
-  std::copy(text.begin(), text.end(), kept);
-  return {kept, text.size()};
+  return texts_.keep(identity_);
 }
 
 std::string_view textAfter(std::string_view text, std::size_t length) {

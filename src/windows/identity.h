@@ -1,7 +1,6 @@
 // Stable names of applications and windows, built from what their attributes say.
 #pragma once
 
-#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,6 +8,7 @@
 
 #include "platform/workspace.h"
 #include "windows/managed_window.h"
+#include "windows/text_pool.h"
 
 namespace tilora {
 
@@ -34,7 +34,7 @@ std::string titleIdentity(std::string_view title);
 class WindowNamer {
  public:
   /// `texts` holds the names and must outlive them and the namer.
-  explicit WindowNamer(std::pmr::memory_resource& texts) : texts_(texts) {}
+  explicit WindowNamer(TextPool& texts) : texts_(texts) {}
 
   /// The identities of one application's windows, in their order: by identifier where there is one, else by role where that is unique among
   /// the windows without identifier, else by title. Valid until the next call.
@@ -54,16 +54,13 @@ class WindowNamer {
   bool isUnique(const Roles& roles) const;
   std::string_view identityOf(const WindowIdentitySeed& seed, const Roles& roles);
 
-  std::pmr::memory_resource& texts_;
+  TextPool& texts_;
   std::vector<Roles> roles_;
   /// For each window of the application at hand its place among the roles, then its identity.
   std::vector<std::size_t> places_;
   std::vector<std::string_view> identities_;
   std::string identity_;
 };
-
-/// A copy of `text` that `texts` holds.
-std::string_view keptText(std::string_view text, std::pmr::memory_resource& texts);
 
 /// `text` after its first `length` characters; empty when it is shorter.
 std::string_view textAfter(std::string_view text, std::size_t length);

@@ -18,6 +18,8 @@ char lowerCasedAscii(char c) {
   return static_cast<char>(c | (isCapital ? 0x20 : 0));
 }
 
+bool isVisibleAscii(char c) { return c > ' ' && c <= '~'; }
+
 bool isAsciiWhiteSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 bool isWhiteSpace(UChar32 character) { return character >= 0 && u_isUWhiteSpace(character) != 0; }
@@ -47,6 +49,7 @@ icu::UnicodeString unicode(std::string_view text) {
 }  // namespace
 
 std::string_view trimmed(std::string_view text) {
+  if (!text.empty() && isVisibleAscii(text.front()) && isVisibleAscii(text.back())) return text;
   const auto rest = trimmedOfAscii(text);
   if (rest.empty() || (isAscii(rest.front()) && isAscii(rest.back()))) return rest;
   return trimmedOfUnicode(rest);
@@ -61,12 +64,13 @@ std::string lowerCased(std::string_view text) {
 void appendLowerCased(std::string& result, std::string_view text) {
   const std::size_t before = result.size();
   result += text;
-  unsigned char seen = 0;
-  for (std::size_t i = before; i < result.size(); ++i) {
-    seen |= static_cast<unsigned char>(result[i]);
-    result[i] = lowerCasedAscii(result[i]);
+  char seen = 0;
+  char* const end = result.data() + result.size();
+  for (char* c = result.data() + before; c != end; ++c) {
+    seen = static_cast<char>(seen | *c);
+    *c = lowerCasedAscii(*c);
   }
-  if (isAscii(static_cast<char>(seen))) return;
+  if (isAscii(seen)) return;
   result.resize(before);
   unicode(text).toLower(icu::Locale::getRoot()).toUTF8String(result);
 }

@@ -21,17 +21,17 @@ void shareIdentities(const std::vector<WindowIdentitySeed>& seeds, std::vector<s
 
 }  // namespace
 
-WindowScan::WindowScan(const Desktop& desktop)
-    : desktop_(desktop), texts_(std::make_unique<std::pmr::monotonic_buffer_resource>()), namer_(*texts_) {}
+WindowScan::WindowScan(const Desktop& desktop) : desktop_(desktop), texts_(std::make_unique<TextPool>()), namer_(*texts_) {}
 
 void WindowScan::add(const RunningApplication& application) {
   const ProcessId pid = application.processIdentifier();
   auto elements = readElements(*desktop_.accessibility.applicationElement(pid), AttributeName::windows);
   if (!elements) return;
   seeds_.clear();
+  seeds_.reserve(elements->size());
   for (auto& element : *elements) appendSeed(std::move(element), pid);
 
-  const auto appIdentifier = keptText(applicationIdentifier(application), *texts_);
+  const auto appIdentifier = texts_->keep(applicationIdentifier(application));
   auto& identities = namer_.identities(seeds_);
   bool areKeysNew = true;
   for (const auto& seed : seeds_) areKeysNew = keys_.insert(seed.key) && areKeysNew;

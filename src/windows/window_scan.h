@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <memory_resource>
 #include <vector>
 
 #include "platform/desktop.h"
@@ -29,7 +28,7 @@ class WindowScan {
   void appendSeed(Element window, ProcessId pid);
 
   Desktop desktop_;
-  std::unique_ptr<std::pmr::monotonic_buffer_resource> texts_;
+  std::unique_ptr<TextPool> texts_;
   WindowNamer namer_;
   std::vector<ManagedWindow> windows_;
   WindowKeySet keys_;

@@ -85,7 +85,7 @@ WindowIdentitySeed standardWindow(std::int64_t number, std::string title = "<unt
 }
 
 std::vector<std::string> identitiesOf(const std::vector<WindowIdentitySeed>& seeds) {
-  std::pmr::monotonic_buffer_resource texts;
+  TextPool texts;
   WindowNamer namer(texts);
   const auto& identities = namer.identities(seeds);
   return {identities.begin(), identities.end()};
@@ -127,7 +127,7 @@ TEST(WindowIdentities, AnEmptyTitleIsNamedEmpty) {
 }
 
 TEST(WindowIdentities, OfOneApplicationDoNotDependOnTheOneBefore) {
-  std::pmr::monotonic_buffer_resource texts;
+  TextPool texts;
   WindowNamer namer(texts);
 
   EXPECT_THAT(namer.identities({standardWindow(1, "A"), standardWindow(2, "B")}), ElementsAre("title:a", "title:b"));
