@@ -5,7 +5,7 @@ BUILD := build/release
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
-.PHONY: all run test test-desktops sanitize bench bench-latency format check-format tidy clean
+.PHONY: all run test test-desktops sanitize bench bench-pass bench-latency format check-format tidy clean
 
 ## Builds everything.
 all:
@@ -47,6 +47,14 @@ bench:
 	@cmake --preset bench
 	@cmake --build --preset bench
 	@for program in build/bench/bench/*_bench; do echo "$$program"; "$$program" || exit 1; done
+
+## What a pass costs for each window: its time, then its instructions under callgrind.
+bench-pass:
+	@$(INSTALL) build bench
+	@cmake --preset bench
+	@cmake --build --preset bench --target pass_bench pass_instructions
+	@build/bench/bench/pass_bench
+	@bench/instructions.sh build/bench
 
 ## Measures how long a key press takes to show, side by side with other programs. OUTPUT=FILE writes the tables to a file as well.
 bench-latency:

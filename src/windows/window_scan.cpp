@@ -1,6 +1,7 @@
 // The managed windows of the applications that one pass or command looks at.
 #include "windows/window_scan.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <unordered_map>
 #include <utility>
@@ -17,6 +18,13 @@ void shareIdentities(const std::vector<WindowIdentitySeed>& seeds, std::vector<s
   std::unordered_map<WindowKey, std::string_view> identityOf;
   for (std::size_t i = 0; i < seeds.size(); ++i) identityOf.insert_or_assign(seeds[i].key, identities[i]);
   for (std::size_t i = 0; i < seeds.size(); ++i) identities[i] = identityOf.at(seeds[i].key);
+}
+
+/// Reserves room for `count` more, at least doubling what there was, as growth by single records would.
+template <class Record>
+void makeRoom(std::vector<Record>& records, std::size_t count) {
+  const std::size_t needed = records.size() + count;
+  if (needed > records.capacity()) records.reserve(std::max(needed, 2 * records.capacity()));
 }
 
 }  // namespace
@@ -36,6 +44,7 @@ void WindowScan::add(const RunningApplication& application) {
   bool areKeysNew = true;
   for (const auto& seed : seeds_) areKeysNew = keys_.insert(seed.key) && areKeysNew;
   if (!areKeysNew) shareIdentities(seeds_, identities);
+  makeRoom(windows_, seeds_.size());
   for (std::size_t i = 0; i < seeds_.size(); ++i) {
     auto& seed = seeds_[i];
     windows_.push_back({seed.key, std::move(seed.window), std::move(seed.screen), appIdentifier, identities[i]});
