@@ -25,21 +25,21 @@ test:
 	@$(INSTALL) build test
 	@cmake --preset release
 	@cmake --build --preset release
-	@ctest --preset release --label-exclude extra-desktop
+	@ctest --preset release
 
 ## The desktop suite on all nine window managers.
 test-desktops:
 	@$(INSTALL) build test desktops
 	@cmake --preset release
 	@cmake --build --preset release
-	@ctest --preset release --label-regex desktop
+	@ctest --preset desktops
 
 ## The tests under the address and undefined-behaviour sanitizers.
 sanitize:
 	@$(INSTALL) build test
 	@cmake --preset sanitize
 	@cmake --build --preset sanitize
-	@ctest --preset sanitize --label-exclude extra-desktop
+	@ctest --preset sanitize
 
 ## Builds and runs the benchmarks.
 bench:
