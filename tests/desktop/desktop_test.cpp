@@ -9,8 +9,6 @@ namespace tilora::harness {
 
 namespace {
 
-constexpr int queryPointer = 38;
-
 std::string nameOf(xcb_window_t window) {
   std::ostringstream text;
   text << "window " << std::hex << window;
@@ -81,6 +79,21 @@ xcb_window_t DesktopTest::openWindow(TestClient& client, const WindowOptions& op
   return window;
 }
 
+DesktopTest::Pair DesktopTest::openPair() {
+  App& left = open("left");
+  EXPECT_TRUE(isTiled(left.window, Place::full));
+  press(Place::left);
+  EXPECT_TRUE(isTiled(left.window, Place::left));
+  App& right = open("right");
+  EXPECT_TRUE(isTiled(right.window, Place::full));
+  press(Place::right);
+  EXPECT_TRUE(isTiled(right.window, Place::right));
+  EXPECT_TRUE(isTiled(left.window, Place::left));
+  EXPECT_TRUE(isActive(right.window));
+  EXPECT_TRUE(passes());
+  return {left, right};
+}
+
 void DesktopTest::activate(xcb_window_t window) {
   display.activate(window);
   EXPECT_TRUE(isActive(window));
@@ -105,11 +118,11 @@ testing::AssertionResult DesktopTest::comesTrue(const std::function<bool()>& hol
 testing::AssertionResult DesktopTest::isTiled(xcb_window_t window, Place place, const PixelRect& monitor, const Steps& steps) {
   const auto tiled = [&] {
     const std::optional<PixelRect> frame = display.frame(window);
-    return frame && fits(*frame, edgesOf(place, display.visibleFrame(monitor)), steps) && display.viewable(window) &&
+    return frame && fits(*frame, edgesOf(place, display.visibleFrame(monitor), gap), steps) && display.viewable(window) &&
            !display.iconic(window);
   };
   std::ostringstream wanted;
-  const Edges edges = edgesOf(place, display.visibleFrame(monitor));
+  const Edges edges = edgesOf(place, display.visibleFrame(monitor), gap);
   wanted << nameOf(window) << " " << verbOf(place) << " the screen: " << edges.right - edges.left << "x" << edges.bottom - edges.top << "+"
          << edges.left << "+" << edges.top;
   return described(display.waitUntil(tiled), wanted.str());
@@ -124,25 +137,54 @@ testing::AssertionResult DesktopTest::isHidden(xcb_window_t window) {
 }
 
 testing::AssertionResult DesktopTest::isActive(xcb_window_t window) {
-  return described(display.waitUntil([&] { return display.activeWindow() == window && display.focusedWindow() == window; }),
-                   nameOf(window) + " is active");
+  // A toolkit may give the focus to a child of its window.
+  const auto hasFocus = [&] {
+    const xcb_window_t focused = display.focusedWindow();
+    return focused == window || (focused > XCB_INPUT_FOCUS_POINTER_ROOT && display.outermost(focused) == display.outermost(window));
+  };
+  return described(display.waitUntil([&] { return display.activeWindow() == window && hasFocus(); }), nameOf(window) + " is active");
 }
 
-int DesktopTest::count(xcb_window_t window, WindowEvent::Kind kind) const {
-  return static_cast<int>(std::count_if(display.events().begin(), display.events().end(),
-                                        [&](const WindowEvent& event) { return event.window == window && event.kind == kind; }));
+bool DesktopTest::isSupported(const std::string& atom) {
+  const std::vector<std::string> supported = display.atoms(display.root(), "_NET_SUPPORTED");
+  return std::find(supported.begin(), supported.end(), atom) != supported.end();
 }
 
-int DesktopTest::changesOfArea(xcb_window_t window) const {
+bool DesktopTest::hasChanged(xcb_window_t window, std::string_view property) {
+  const xcb_atom_t atom = display.atom(property);
+  const std::vector<WindowEvent>& events = display.events();
+  return std::any_of(events.begin(), events.end(), [&](const WindowEvent& event) {
+    return event.window == window && event.kind == WindowEvent::Kind::property && event.atom == atom;
+  });
+}
+
+int DesktopTest::count(xcb_window_t window, WindowEvent::Kind kind) {
+  const std::vector<WindowEvent>& events = display.events();
+  return static_cast<int>(
+      std::count_if(events.begin(), events.end(), [&](const WindowEvent& event) { return event.window == window && event.kind == kind; }));
+}
+
+void DesktopTest::recordFromNow() {
+  display.clearEvents();
+  areas.clear();
+  for (const xcb_window_t window : display.clientList()) areas[window] = display.outermostArea(window).value_or(PixelRect{});
+}
+
+int DesktopTest::changesOfArea(xcb_window_t window) {
+  const xcb_window_t outermost = display.outermost(window);
+  PixelRect last = areas[window];
   int changes = 0;
-  std::optional<PixelRect> last;
   for (const WindowEvent& event : display.events()) {
-    // A synthetic event tells the place in root coordinates, as the last word of a window manager on each change.
-    if (event.window != window || event.kind != WindowEvent::Kind::configured || !event.synthetic) continue;
+    if (event.window != outermost || event.kind != WindowEvent::Kind::configured || event.synthetic) continue;
     if (last != event.geometry) ++changes;
     last = event.geometry;
   }
   return changes;
+}
+
+int DesktopTest::typed(App& app, Key key) {
+  const std::vector<int> keys = app.client.keysPressed(app.window);
+  return static_cast<int>(std::count(keys.begin(), keys.end(), static_cast<int>(key)));
 }
 
 }  // namespace tilora::harness

@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <list>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,6 +31,8 @@ struct App {
 /// with an event; whatever is asked with `is...` is waited for.
 class DesktopTest : public testing::TestWithParam<WindowManagerKind> {
  protected:
+  /// The request with which each pass begins.
+  static constexpr std::uint8_t queryPointer = 38;
   static constexpr PixelRect wholeScreen = {0, 0, 1600, 900};
 
   void SetUp() override { startWindowManager(); }
@@ -48,12 +51,17 @@ class DesktopTest : public testing::TestWithParam<WindowManagerKind> {
   testing::AssertionResult passes(int count = 1);
   /// Any resource of Tilora's connection; none while it does not run.
   xcb_window_t tiloraResource();
-  const Traffic& tiloraTraffic() { return tap.of(tiloraResource()); }
 
   /// Starts an application and waits until its window is the active one. `name` becomes the title and the class.
   App& open(const std::string& name, WindowOptions options = {});
   /// A window more of an application, active.
   xcb_window_t openWindow(TestClient& client, const WindowOptions& options);
+  struct Pair {
+    App& left;
+    App& right;
+  };
+  /// Opens two applications and gives them the halves of the screen; the right one is active. Tilora runs.
+  Pair openPair();
   /// Activates a window as a taskbar does, and waits until the window manager has done so.
   void activate(xcb_window_t window);
   /// Presses the shortcut of a command.
@@ -64,22 +72,36 @@ class DesktopTest : public testing::TestWithParam<WindowManagerKind> {
   testing::AssertionResult isShown(xcb_window_t window);
   testing::AssertionResult isHidden(xcb_window_t window);
   testing::AssertionResult isActive(xcb_window_t window);
+  /// Whether Tilora has marked the window as hidden by it.
+  bool isMarked(xcb_window_t window) { return display.hasProperty(window, "_TILORA_HIDDEN"); }
+  /// Whether the window manager says that it knows a property or message.
+  bool isSupported(const std::string& atom);
   /// Waits for any condition on the display.
   testing::AssertionResult comesTrue(const std::function<bool()>& holds);
   /// How many of the recorded events of a window are of `kind`.
-  int count(xcb_window_t window, WindowEvent::Kind kind) const;
-  /// How often a window's size or place really changed, by the recorded events.
-  int changesOfArea(xcb_window_t window) const;
+  int count(xcb_window_t window, WindowEvent::Kind kind);
+  /// Forgets the events recorded so far.
+  void recordFromNow();
+  /// How often the area of a window and its frame really changed since `recordFromNow`.
+  int changesOfArea(xcb_window_t window);
+  /// How often a key was pressed in the window of an application.
+  static int typed(App& app, Key key);
+  /// Whether a property of a window has changed since `recordFromNow`.
+  bool hasChanged(xcb_window_t window, std::string_view property);
 
   ServerProcess server{wholeScreen.width, wholeScreen.height};
   Session session{server.display()};
   Display display{server.display()};
-  WireTap tap{server.display()};
+  WireTap tap{server.display(), queryPointer};
   Keyboard keyboard{display};
   PointerDevice pointer{display};
   std::optional<WindowManager> windowManager;
   std::list<App> apps;
   std::optional<ManagedProcess> tilora;
+  /// The gap that `isTiled` expects.
+  double gap = defaultGap;
+
+  std::map<xcb_window_t, PixelRect> areas;
 
  private:
   testing::AssertionResult described(bool holds, const std::string& wanted);

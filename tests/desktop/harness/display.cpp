@@ -55,7 +55,7 @@ std::optional<WindowEvent::Kind> kindOf(int type) {
   }
 }
 
-/// The entry for an event that the window itself reports; nothing for other events and for those that its parent reports.
+/// The entry for an event that the window itself reports, and for a change of area that the root reports; nothing for others.
 std::optional<WindowEvent> windowEvent(const xcb_generic_event_t& event) {
   const int type = event.response_type & 0x7f;
   const std::optional<WindowEvent::Kind> kind = kindOf(type);
@@ -74,9 +74,12 @@ std::optional<WindowEvent> windowEvent(const xcb_generic_event_t& event) {
   }
   // The structure events begin alike: who reports, then the window.
   const auto& structure = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-  if (structure.event != structure.window) return std::nullopt;
+  if (structure.event != structure.window && type != XCB_CONFIGURE_NOTIFY) return std::nullopt;
   entry.window = structure.window;
-  if (type == XCB_CONFIGURE_NOTIFY) entry.geometry = {structure.x, structure.y, structure.width, structure.height};
+  if (type == XCB_CONFIGURE_NOTIFY) {
+    const int border = structure.event == structure.window ? 0 : 2 * structure.border_width;
+    entry.geometry = {structure.x, structure.y, structure.width + border, structure.height + border};
+  }
   return entry;
 }
 
@@ -248,14 +251,17 @@ std::optional<PixelRect> Display::frame(xcb_window_t window) {
                    area->height + edges.top + edges.bottom};
 }
 
-std::optional<PixelRect> Display::outermostArea(xcb_window_t window) {
+xcb_window_t Display::outermost(xcb_window_t window) {
   while (true) {
     const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
-    if (!tree) return std::nullopt;
-    if (tree->parent == root() || tree->parent == XCB_WINDOW_NONE) break;
+    if (!tree) return XCB_WINDOW_NONE;
+    if (tree->parent == root() || tree->parent == XCB_WINDOW_NONE) return window;
     window = tree->parent;
   }
-  const auto geometry = owned(xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+}
+
+std::optional<PixelRect> Display::outermostArea(xcb_window_t window) {
+  const auto geometry = owned(xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, outermost(window)), nullptr));
   if (!geometry) return std::nullopt;
   const int border = 2 * geometry->border_width;
   return PixelRect{geometry->x, geometry->y, geometry->width + border, geometry->height + border};
@@ -264,6 +270,14 @@ std::optional<PixelRect> Display::outermostArea(xcb_window_t window) {
 bool Display::viewable(xcb_window_t window) {
   const auto reply = owned(xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window), nullptr));
   return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+int Display::shownOnRoot() {
+  const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root()), nullptr));
+  if (!tree) return 0;
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  return static_cast<int>(std::count_if(children, children + xcb_query_tree_children_length(tree.get()),
+                                        [this](xcb_window_t child) { return viewable(child); }));
 }
 
 xcb_window_t Display::activeWindow() {
@@ -400,6 +414,12 @@ std::uint32_t Display::currentDesktop() {
 void Display::watch(xcb_window_t window) {
   xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &windowEvents);
   sync();
+}
+
+const std::vector<WindowEvent>& Display::events() {
+  sync();
+  takeEvents();
+  return events_;
 }
 
 void Display::clearEvents() {

@@ -83,12 +83,16 @@ class Display {
   std::optional<PixelRect> clientArea(xcb_window_t window);
   /// What the user sees of it: the client area and its frame, less the shadows that the client draws.
   std::optional<PixelRect> frame(xcb_window_t window);
-  /// The area of the ancestor that is a child of the root: the window manager's frame window, if it makes one.
+  /// The ancestor that is a child of the root: the window manager's frame window, if it makes one; none when the window is gone.
+  xcb_window_t outermost(xcb_window_t window);
+  /// The area of that.
   std::optional<PixelRect> outermostArea(xcb_window_t window);
   /// Whether the window and all its ancestors are mapped.
   bool viewable(xcb_window_t window);
   /// Whether the window is iconic for its window manager (_NET_WM_STATE_HIDDEN).
   bool iconic(xcb_window_t window) { return hasState(window, "_NET_WM_STATE_HIDDEN"); }
+  /// How many children of the root are mapped: frames, panels, pop-ups.
+  int shownOnRoot();
   xcb_window_t activeWindow();
   xcb_window_t focusedWindow();
   std::vector<xcb_window_t> clientList();
@@ -114,9 +118,10 @@ class Display {
   void showDesktop(std::uint32_t desktop);
   std::uint32_t currentDesktop();
 
-  /// Records the events of a window from now on.
+  /// Records the events of a window from now on. The children of the root are always watched for changes of their area.
   void watch(xcb_window_t window);
-  const std::vector<WindowEvent>& events() const { return events_; }
+  /// What has been recorded, up to what the server tells now.
+  const std::vector<WindowEvent>& events();
   void clearEvents();
   /// Waits until `holds` answers true: asked now and again after each event of the root and of the watched windows. False when the deadline
   /// passes first.

@@ -6,8 +6,6 @@
 namespace tilora::harness {
 namespace {
 
-constexpr double gap = 12;
-
 /// Half a pixel may be rounded either way.
 bool near(int edge, double wanted) { return std::abs(edge - wanted) <= 0.5; }
 
@@ -29,7 +27,7 @@ std::string verbOf(Place place) {
   return {};
 }
 
-Edges edgesOf(Place place, const PixelRect& visible) {
+Edges edgesOf(Place place, const PixelRect& visible, double gap) {
   const Edges area = {visible.x + gap, visible.y + gap, visible.right() - gap, visible.bottom() - gap};
   const double width = area.right - area.left;
   const double height = area.bottom - area.top;

@@ -30,8 +30,11 @@ struct Steps {
   int height = 0;
 };
 
-/// The edges for `place` on a monitor of which the panels leave `visible` free, with the gap that Tilora starts with.
-Edges edgesOf(Place place, const PixelRect& visible);
+/// The gap that Tilora starts with, in pixels.
+inline constexpr double defaultGap = 12;
+
+/// The edges for `place` on a monitor of which the panels leave `visible` free.
+Edges edgesOf(Place place, const PixelRect& visible, double gap = defaultGap);
 
 /// Whether a frame has these edges, each rounded to a pixel; one that grows in steps may end up to one step before the right and the bottom
 /// edge.

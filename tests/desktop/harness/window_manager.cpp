@@ -2,6 +2,8 @@
 #include "harness/window_manager.h"
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace tilora::harness {
@@ -37,6 +39,15 @@ const Recipe& recipe(WindowManagerKind kind) {
   return *std::find_if(recipes().begin(), recipes().end(), [kind](const Recipe& entry) { return entry.kind == kind; });
 }
 
+/// Openbox as it is installed, but a window goes to its place at once when it comes back.
+std::string openboxSettings() {
+  std::ifstream installed("/etc/xdg/openbox/rc.xml", std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(installed), {}};
+  const std::string animated = "<animateIconify>yes";
+  if (const auto place = text.find(animated); place != std::string::npos) text.replace(place, animated.size(), "<animateIconify>no");
+  return text;
+}
+
 void writeSettings(const TemporaryDirectory& home, bool compositing) {
   const std::string on = compositing ? "true" : "false";
   home.write("config/kwinrc", "[Compositing]\nEnabled=" + on + "\nAnimationSpeed=0\n[Windows]\nPlacement=Smart\n");
@@ -46,6 +57,7 @@ void writeSettings(const TemporaryDirectory& home, bool compositing) {
                                                      "\nreduced-resources=true\n[org/gnome/desktop/interface]\nenable-animations=false\n");
   // Without a wallpaper program it would say so in a window of its own.
   home.write(".fluxbox/overlay", "background: none\n");
+  home.write("config/openbox/rc.xml", openboxSettings());
   home.write(".icewm/preferences", "ShowTaskBar=0\n");
   home.write(".icewm/startup", "");
 }

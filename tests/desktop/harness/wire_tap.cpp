@@ -54,8 +54,8 @@ xcb_record_range_t extensions(std::uint8_t first, std::uint8_t last) {
   return range;
 }
 
-/// All requests and replies of all clients that connect from now on. But those of GLX: what Xvfb 21.1 tells of them is malformed.
-void createContext(xcb_connection_t* connection, xcb_record_context_t context) {
+/// Everything but GLX: what Xvfb 21.1 tells of that is malformed.
+std::vector<xcb_record_range_t> everything(xcb_connection_t* connection) {
   const std::uint8_t glx = glxOpcode(connection);
   xcb_record_range_t core{};
   core.core_requests = {1, 127};
@@ -63,6 +63,16 @@ void createContext(xcb_connection_t* connection, xcb_record_context_t context) {
   std::vector<xcb_record_range_t> ranges = {core};
   if (glx > 128) ranges.push_back(extensions(128, static_cast<std::uint8_t>(glx - 1)));
   ranges.push_back(extensions(glx == 0 ? std::uint8_t{128} : static_cast<std::uint8_t>(glx + 1), 255));
+  return ranges;
+}
+
+std::vector<xcb_record_range_t> justRequests(std::uint8_t opcode) {
+  xcb_record_range_t range{};
+  range.core_requests = {opcode, opcode};
+  return {range};
+}
+
+void createContext(xcb_connection_t* connection, xcb_record_context_t context, const std::vector<xcb_record_range_t>& ranges) {
   const xcb_record_client_spec_t clients = XCB_RECORD_CS_FUTURE_CLIENTS;
   const auto cookie =
       xcb_record_create_context_checked(connection, context, 0, 1, static_cast<std::uint32_t>(ranges.size()), &clients, ranges.data());
@@ -74,13 +84,13 @@ void createContext(xcb_connection_t* connection, xcb_record_context_t context) {
 
 int Traffic::allRequests() const { return std::accumulate(requests.begin(), requests.end(), 0); }
 
-WireTap::WireTap(const std::string& display)
+WireTap::WireTap(const std::string& display, std::optional<std::uint8_t> opcode)
     : control_(xcb_connect(display.c_str(), nullptr)), data_(xcb_connect(display.c_str(), nullptr)) {
   if (xcb_connection_has_error(control_) != 0 || xcb_connection_has_error(data_) != 0)
     throw std::runtime_error("no X server at " + display);
   resourceMask_ = xcb_get_setup(control_)->resource_id_mask;
   context_ = xcb_generate_id(control_);
-  createContext(control_, context_);
+  createContext(control_, context_, opcode ? justRequests(*opcode) : everything(control_));
   sequence_ = xcb_record_enable_context(data_, context_).sequence;
   xcb_flush(data_);
   if (!waitUntil([this] { return begun_; })) throw std::runtime_error("the X server does not record");

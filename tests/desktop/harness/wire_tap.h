@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "harness/process.h"
@@ -24,11 +25,11 @@ struct Traffic {
   int allRequests() const;
 };
 
-/// Listens to every client that connects from its construction on, over connections of its own. Throws std::runtime_error when the server
-/// does not let it.
+/// Listens to every client that connects from its construction on, over connections of its own.
 class WireTap {
  public:
-  explicit WireTap(const std::string& display);
+  /// Listens to everything, or only to the core requests of one major opcode. Throws std::runtime_error when the server does not let it.
+  explicit WireTap(const std::string& display, std::optional<std::uint8_t> opcode = {});
   WireTap(const WireTap&) = delete;
   WireTap& operator=(const WireTap&) = delete;
   ~WireTap();
