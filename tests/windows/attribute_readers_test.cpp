@@ -62,19 +62,21 @@ INSTANTIATE_TEST_SUITE_P(Values, Readers,
                          test::caseName);
 
 TEST(ElementReaders, TakeAnElementAndAListOfElements) {
-  const auto desktop = test::laptop().app(100).window(1).window(2).build();
+  const auto desktop = test::laptop().app(100).window(1).window(2).window(3).window(4).build();
   const auto first = elementOf(*desktop, 100, 0);
   const auto second = elementOf(*desktop, 100, 1);
+  const auto tellsOne = elementOf(*desktop, 100, 2);
+  const auto tellsTwo = elementOf(*desktop, 100, 3);
 
-  desktop->setAttribute(1, AttributeName::title, second);
-  desktop->setAttribute(2, AttributeName::title, std::vector<Element>{first, second});
+  desktop->setAttribute(3, AttributeName::title, first);
+  desktop->setAttribute(4, AttributeName::title, std::vector<Element>{first, second});
 
-  EXPECT_EQ(readElement(*first, AttributeName::title), second);
-  EXPECT_EQ(readElements(*first, AttributeName::title), std::nullopt);
-  EXPECT_THAT(readElements(*second, AttributeName::title), testing::Optional(testing::ElementsAre(first, second)));
-  EXPECT_EQ(readElement(*second, AttributeName::title), nullptr);
-  EXPECT_EQ(readString(*first, AttributeName::title), std::nullopt);
-  EXPECT_EQ(readInteger(*second, AttributeName::title), std::nullopt);
+  EXPECT_EQ(readElement(*tellsOne, AttributeName::title), first);
+  EXPECT_EQ(readElements(*tellsOne, AttributeName::title), std::nullopt);
+  EXPECT_THAT(readElements(*tellsTwo, AttributeName::title), testing::Optional(testing::ElementsAre(first, second)));
+  EXPECT_EQ(readElement(*tellsTwo, AttributeName::title), nullptr);
+  EXPECT_EQ(readString(*tellsOne, AttributeName::title), std::nullopt);
+  EXPECT_EQ(readInteger(*tellsTwo, AttributeName::title), std::nullopt);
 }
 
 TEST(WindowNumber, IsTheNumberThatTheWindowTells) {
