@@ -2,7 +2,6 @@
 #include "platform/x11/hot_keys.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "platform/x11/reply.h"
 #include "platform/x11/xkb_protocol.h"
@@ -129,8 +128,7 @@ std::optional<X11HotKeys::Combination> X11HotKeys::combinationFor(std::uint32_t 
 }
 
 bool X11HotKeys::isGrabbed(const Combination& combination) const {
-  return std::ranges::any_of(std::views::values(registrations_),
-                             [&](const Registration& registration) { return registration.grabbed == combination; });
+  return std::ranges::any_of(registrations_, [&](const auto& entry) { return entry.second.grabbed == combination; });
 }
 
 X11HotKeys::PendingGrab X11HotKeys::sendGrab(const Combination& combination) const {
@@ -166,16 +164,15 @@ void X11HotKeys::ungrab(const Combination& combination, const std::vector<std::u
 void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
   if (!repeats_.isFirstPress(event.detail, event.time)) return;
   const Combination pressed{.keycode = event.detail, .modifiers = static_cast<std::uint16_t>(event.state & keymap_.combinationModifiers())};
-  const auto registrations = std::views::values(registrations_);
-  const auto found = std::ranges::find_if(registrations, [&](const Registration& registration) { return registration.grabbed == pressed; });
-  if (found == registrations.end()) return;
+  const auto found = std::ranges::find_if(registrations_, [&](const auto& entry) { return entry.second.grabbed == pressed; });
+  if (found == registrations_.end()) return;
   lastPressTime_ = event.time;
   if (monitor_.isInstalled()) {
     if (const auto keyEvent = keymap_.keyEvent(event.detail, event.state)) monitor_.deliver(*keyEvent);
     return;
   }
   // The handler may register anew or take itself away.
-  const std::uint32_t id = (*found).id;
+  const std::uint32_t id = found->second.id;
   if (const auto handler = handler_) (*handler)(id);
 }
 

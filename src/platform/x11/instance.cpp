@@ -1,6 +1,7 @@
 // Taking and defending the instance selection.
 #include "platform/x11/instance.h"
 
+#include <array>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -31,9 +32,9 @@ class ServerGrab {
 xcb_window_t createWindow(Connection& connection) {
   xcb_connection_t* xcb = connection.xcb();
   const xcb_window_t window = xcb_generate_id(xcb);
-  const std::uint32_t values[] = {1, XCB_EVENT_MASK_PROPERTY_CHANGE};
+  const std::array<std::uint32_t, 2> values = {1, XCB_EVENT_MASK_PROPERTY_CHANGE};
   xcb_create_window(xcb, 0, window, connection.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT,
-                    XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+                    XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
   return window;
 }
 
@@ -91,9 +92,9 @@ void refuse(Connection& connection, const xcb_selection_request_event_t& request
   notify.target = request.target;
   notify.property = XCB_ATOM_NONE;
   // An event is 32 bytes on the wire; this one's structure is shorter.
-  char bytes[32] = {};
-  std::memcpy(bytes, &notify, sizeof(notify));
-  xcb_send_event(connection.xcb(), 0, request.requestor, 0, bytes);
+  std::array<char, 32> bytes{};
+  std::memcpy(bytes.data(), &notify, sizeof(notify));
+  xcb_send_event(connection.xcb(), 0, request.requestor, 0, bytes.data());
   connection.flush();
 }
 

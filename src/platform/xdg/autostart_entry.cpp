@@ -48,7 +48,7 @@ std::string entryThatRuns(const std::string& command) {
 
 fs::path runningProgram() {
   std::error_code error;
-  const fs::path program = fs::read_symlink("/proc/self/exe", error);
+  fs::path program = fs::read_symlink("/proc/self/exe", error);
   if (error) return {};
   // A program that was replaced since it was started is found under its name again.
   constexpr std::string_view deleted = " (deleted)";

@@ -35,6 +35,8 @@ class FileReplacement {
                                                 std::error_code& error);
   FileReplacement(FileReplacement&& other) noexcept;
   FileReplacement& operator=(FileReplacement&&) = delete;
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
   /// Takes the new content away again unless it has been committed.
   ~FileReplacement();
 

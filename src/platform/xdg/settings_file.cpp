@@ -2,9 +2,9 @@
 #include "platform/xdg/settings_file.h"
 
 #include <pthread.h>
-#include <signal.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <system_error>
 #include <utility>
 

@@ -14,7 +14,7 @@ namespace tilora::x11 {
 namespace {
 
 class ClientModelTest : public testing::Test {
- protected:
+ public:
   BareServer bare;
   harness::TestClient client{bare.session};
   ClientModel model{*bare.connection};
@@ -22,7 +22,7 @@ class ClientModelTest : public testing::Test {
 
   xcb_window_t root() const { return bare.display.root(); }
 
-  xcb_window_t makeWindow() {
+  xcb_window_t makeWindow() const {
     auto* xcb = bare.display.xcb();
     const xcb_window_t window = xcb_generate_id(xcb);
     xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, root(), 0, 0, 10, 10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0,
@@ -47,6 +47,7 @@ class ClientModelTest : public testing::Test {
 
   void setAtoms(xcb_window_t window, std::string_view property, const std::vector<std::string>& names) {
     std::vector<std::uint32_t> values;
+    values.reserve(names.size());
     for (const auto& name : names) values.push_back(bare.display.atom(name));
     bare.display.setCardinals(window, property, "ATOM", values);
   }
@@ -67,7 +68,7 @@ class ClientModelTest : public testing::Test {
     const xcb_window_t window = client.open(options);
     list({window});
     settle();
-    const auto found = model.find(window);
+    auto found = model.find(window);
     if (!found) throw std::runtime_error("the window is not known");
     return found;
   }

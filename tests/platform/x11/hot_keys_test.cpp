@@ -34,7 +34,7 @@ constexpr std::uint32_t optionShift = 0x800 | 0x200;
 constexpr int altShiftState = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
 
 class HotKeysTest : public testing::Test {
- protected:
+ public:
   BareServer bare;
   X11KeyMonitor monitor;
   std::optional<X11HotKeys> hotKeys{std::in_place, *bare.connection, monitor};

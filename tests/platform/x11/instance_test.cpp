@@ -12,7 +12,7 @@ namespace tilora::x11 {
 namespace {
 
 class InstanceTest : public testing::Test {
- protected:
+ public:
   BareServer bare;
   int shown = 0;
   int lost = 0;

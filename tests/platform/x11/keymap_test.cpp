@@ -50,7 +50,7 @@ TEST(EmptyKeymap, HasNoKeysAndNoAltAndNoSuper) {
 }
 
 class KeymapTest : public testing::Test {
- protected:
+ public:
   BareServer bare;
   Keymap read() const { return Keymap::read(*bare.connection); }
 };

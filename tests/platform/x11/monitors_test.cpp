@@ -199,7 +199,7 @@ TEST(ScreenLayout, APointBelongsToTheMonitorThatHoldsIt) {
 }
 
 class MonitorsTest : public testing::Test {
- protected:
+ public:
   BareServer bare;
 };
 

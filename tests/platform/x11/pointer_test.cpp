@@ -16,7 +16,7 @@ constexpr std::uint64_t secondary = 2;
 constexpr std::uint64_t middle = 4;
 
 class PointerTest : public testing::Test {
- protected:
+ public:
   BareServer bare;
   X11KeyMonitor monitor;
   X11HotKeys hotKeys{*bare.connection, monitor};

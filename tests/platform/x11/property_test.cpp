@@ -11,7 +11,7 @@ namespace {
 using Bytes = std::string;
 
 class PropertyTest : public testing::Test {
- protected:
+ public:
   BareServer bare;
   const Atoms& atoms = bare.connection->atoms();
   xcb_window_t window = makeWindow();
@@ -24,7 +24,7 @@ class PropertyTest : public testing::Test {
     return read(longest);
   }
 
-  Property read(std::uint32_t longest = 1024) {
+  Property read(std::uint32_t longest = 1024) const {
     auto* xcb = bare.connection->xcb();
     const auto cookie = xcb_get_property(xcb, 0, window, XCB_ATOM_WM_NAME, XCB_GET_PROPERTY_TYPE_ANY, 0, longest);
     xcb_generic_error_t* error = nullptr;
@@ -34,7 +34,7 @@ class PropertyTest : public testing::Test {
   }
 
  private:
-  xcb_window_t makeWindow() {
+  xcb_window_t makeWindow() const {
     const xcb_window_t made = xcb_generate_id(bare.display.xcb());
     xcb_create_window(bare.display.xcb(), XCB_COPY_FROM_PARENT, made, bare.display.root(), 0, 0, 10, 10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                       XCB_COPY_FROM_PARENT, 0, nullptr);

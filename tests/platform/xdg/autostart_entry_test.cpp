@@ -15,7 +15,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 class AutostartEntryTest : public testing::Test {
- protected:
+ public:
   harness::TemporaryDirectory folder;
   fs::path file = folder.path() / "config" / "autostart" / "tilora.desktop";
   AutostartEntry entry{file, "/opt/tilora/bin/tilora"};

@@ -2,10 +2,10 @@
 #include "platform/xdg/settings_file.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 
+#include <csignal>
 #include <fstream>
 #include <thread>
 
@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 class SettingsFileTest : public testing::Test {
- protected:
+ public:
   harness::TemporaryDirectory folder;
   fs::path path = folder.path() / "config" / "tilora" / "settings.json";
 
@@ -216,7 +216,6 @@ class FullDisk {
  public:
   explicit FullDisk(rlim_t bytes) {
     getrlimit(RLIMIT_FSIZE, &before_);
-    before_handler_ = signal(SIGXFSZ, SIG_IGN);
     const rlimit limited{bytes, before_.rlim_max};
     setrlimit(RLIMIT_FSIZE, &limited);
   }
@@ -224,12 +223,12 @@ class FullDisk {
   FullDisk& operator=(const FullDisk&) = delete;
   ~FullDisk() {
     setrlimit(RLIMIT_FSIZE, &before_);
-    signal(SIGXFSZ, before_handler_);
+    std::signal(SIGXFSZ, handlerBefore_);
   }
 
  private:
   rlimit before_{};
-  sighandler_t before_handler_ = nullptr;
+  sighandler_t handlerBefore_ = std::signal(SIGXFSZ, SIG_IGN);
 };
 
 TEST_F(SettingsFileTest, OnAFullDiskTheOldFileStaysAndTheValueStandsInMemory) {
