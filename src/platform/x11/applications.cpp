@@ -65,8 +65,8 @@ ActivationPolicy X11Application::activationPolicy() const {
 }
 
 bool X11Application::countsAsHideable(const ClientWindow& window) const {
-  return window.isOrdinary() && window.isOn(model_.facts().currentDesktop) && !window.isMinimizedByUser() && !window.states.fullscreen &&
-         !window.refusesHiding;
+  return window.isOrdinary() && window.isOn(model_.facts().currentDesktop) && !window.isMinimizedByUser() && !window.isFullscreen() &&
+         !window.refusesHiding && !window.isSettling();
 }
 
 bool X11Application::isHidden() const {
@@ -166,7 +166,7 @@ ApplicationRegistry::Changes ApplicationRegistry::update() {
 void ApplicationRegistry::settleHiding() {
   const auto isShown = [&](const ClientWindowRef& window) {
     return window->isNormal() && window->isOn(model_.facts().currentDesktop) && !window->marks.any() && !window->storedMarks.any() &&
-           !window->states.hidden && !window->states.fullscreen && !window->refusesHiding;
+           !window->states.hidden && !window->isFullscreen() && !window->refusesHiding;
   };
   for (const auto& [pid, application] : byPid_) {
     const auto& windows = application->windows();

@@ -13,6 +13,8 @@ namespace {
 constexpr std::uint32_t longestClientList = 65536;
 /// How long windows stay known after a window manager is lost, while its successor has not listed them yet.
 constexpr auto retention = std::chrono::seconds(3);
+/// How long it may take until the manager tells that a window which was just shown has the focus.
+constexpr auto settlingTime = std::chrono::milliseconds(300);
 /// Each round of reads can bring events that make more reads necessary; after so many the rest waits for the next turn.
 constexpr int mostRounds = 8;
 
@@ -84,6 +86,14 @@ void ClientModel::windowPropertyChanged(ClientWindow& window, xcb_atom_t atom) {
   for (const auto& property : properties_) {
     if (property.atom == atom) markStale(window, property.field);
   }
+  // Managers change the decorations without a word about where the window is now.
+  const Atoms& atoms = connection_.atoms();
+  if (atom == atoms._NET_FRAME_EXTENTS || atom == atoms._NET_WM_STATE) markStale(window, Field::position);
+}
+
+void ClientModel::reread(ClientWindow& window) {
+  markStale(window, Field::position);
+  markStale(window, Field::size);
 }
 
 void ClientModel::markStale(ClientWindow& window, Field field) {
@@ -98,6 +108,7 @@ void ClientModel::configured(const xcb_configure_notify_event_t& event, bool syn
   PixelRect client{window->client.x, window->client.y, event.width, event.height};
   if (synthetic) {
     // The place of the outer edge of the border that the window declared (ICCCM 4.1.5), whether or not the manager left it one.
+    window->declaredBorder = event.border_width;
     client.x = event.x + event.border_width;
     client.y = event.y + event.border_width;
   } else {
@@ -253,6 +264,7 @@ void ClientModel::readClientList(const std::vector<std::uint32_t>& ids) {
     }
   }
   changes_.windows = true;
+  hasList_ = true;
 }
 
 ClientWindowRef ClientModel::adopt(xcb_window_t id) {
@@ -263,6 +275,7 @@ ClientWindowRef ClientModel::adopt(xcb_window_t id) {
   xcb_change_window_attributes(connection_.xcb(), id, XCB_CW_EVENT_MASK, &mask);
   window->stale.set();
   stale_.push_back(window);
+  if (hasList_) letSettle(*window);
   changes_.appeared.push_back(window);
   return window;
 }
@@ -314,10 +327,14 @@ void ClientModel::collectProperty(const ClientWindowRef& window, const PropertyF
   const Reply<xcb_generic_error_t> owned{error};
   if (owned || window->isGone) return;
   const bool hadStrut = window->strut || window->strutPartial;
+  const bool wasHidden = window->states.hidden;
   field.read(*window, property, connection_.atoms());
   changes_.struts |= hadStrut || window->strut || window->strutPartial;
+  if (wasHidden && !window->states.hidden && window->iconRequest != IconRequest::restore) letSettle(*window);
   fetched(window, field.field);
 }
+
+void ClientModel::letSettle(ClientWindow& window) { window.settlesAt = std::chrono::steady_clock::now() + settlingTime; }
 
 void ClientModel::collectSize(const ClientWindowRef& window, xcb_get_geometry_cookie_t cookie) {
   xcb_generic_error_t* error = nullptr;

@@ -62,6 +62,8 @@ class ClientModel {
 
   /// Notes what an event makes out of date.
   void handleEvent(const xcb_generic_event_t& event);
+  /// Has the place and the size of a window read again with the next refresh.
+  void reread(ClientWindow& window);
   /// Reads everything that is out of date.
   void refresh();
   /// What changed since the last call.
@@ -107,6 +109,7 @@ class ClientModel {
   void drop(const ClientWindowRef& window);
   bool isRetained(const ClientWindow& window) const;
   void touch(const ClientWindowRef& window);
+  static void letSettle(ClientWindow& window);
 
   Connection& connection_;
   std::array<PropertyField, propertyFieldCount> properties_;
@@ -115,6 +118,7 @@ class ClientModel {
   DesktopFacts facts_;
   std::vector<ClientWindowRef> windows_;
   std::unordered_map<xcb_window_t, ClientWindowRef> byId_;
+  bool hasList_ = false;
   std::vector<ClientWindowRef> stale_;
   ModelChanges changes_;
   std::optional<std::chrono::steady_clock::time_point> managerLostAt_;

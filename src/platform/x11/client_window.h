@@ -89,6 +89,10 @@ struct PendingFrame {
   std::optional<Size> size;
   /// The visible frame that was requested last, within the window's own limits; root coordinates.
   std::optional<PixelRect> requested;
+  /// Whether the size was part of it.
+  bool resized = false;
+  /// Whether the window manager took the request for one to be fullscreen, since it covered a monitor.
+  bool tookFullscreen = false;
   /// The decorations and shadow that the request reckoned with.
   Extents decoration;
   Extents shadow;
@@ -134,6 +138,8 @@ struct ClientWindow {
   /// The virtual desktop; absent: on all of them.
   std::optional<std::uint32_t> desktop;
   PixelRect client;
+  /// The width of the border that the client asked for; managers take it away, and some reckon with it all the same.
+  int declaredBorder = 0;
   Extents decoration;
   Extents shadow;
   SizeLimits limits;
@@ -164,6 +170,12 @@ struct ClientWindow {
   std::bitset<fieldCount> stale;
   bool isGone = false;
 
+  /// Until when its appearance is not judged: it was shown by somebody else a moment ago, and who has the focus is not yet told.
+  std::chrono::steady_clock::time_point settlesAt;
+
+  bool isSettling() const { return settlesAt != std::chrono::steady_clock::time_point{} && std::chrono::steady_clock::now() < settlesAt; }
+  /// Fullscreen by somebody else's wish.
+  bool isFullscreen() const { return states.fullscreen && !frame.tookFullscreen; }
   /// Root coordinates.
   PixelRect visible() const { return visibleFrame(client, decoration, shadow); }
   bool isTransient() const { return transientFor != XCB_WINDOW_NONE; }

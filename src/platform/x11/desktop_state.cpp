@@ -24,7 +24,7 @@ ClientWindowRef DesktopState::activeWindow() const {
 
 bool DesktopState::isListed(const ClientWindow& window) const {
   const auto& facts = model.facts();
-  if (facts.showingDesktop || !window.isOn(facts.currentDesktop)) return false;
+  if (facts.showingDesktop || !window.isOn(facts.currentDesktop) || window.isSettling()) return false;
   const auto monitor = monitorOf(window);
   return !monitor || *monitor >= covered_.size() || !covered_[*monitor];
 }
@@ -56,7 +56,7 @@ bool DesktopState::updateScreens() {
 void DesktopState::updateCoveredMonitors() {
   covered_.assign(layout.monitors().size(), false);
   for (const auto& window : model.windows()) {
-    if (!window->states.fullscreen || window->states.hidden || !window->isOn(model.facts().currentDesktop)) continue;
+    if (!window->isFullscreen() || window->states.hidden || !window->isOn(model.facts().currentDesktop)) continue;
     const PixelRect visible = window->visible();
     for (std::size_t i = 0; i < covered_.size(); ++i) {
       const PixelRect& monitor = layout.monitors()[i].frame;
@@ -65,7 +65,7 @@ void DesktopState::updateCoveredMonitors() {
   }
   // A window that the user brought in front of a fullscreen one is worked with again.
   const auto active = activeWindow();
-  if (!active || active->states.fullscreen) return;
+  if (!active || active->isFullscreen()) return;
   if (const auto monitor = monitorOf(*active); monitor && *monitor < covered_.size()) covered_[*monitor] = false;
 }
 

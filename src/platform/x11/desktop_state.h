@@ -38,8 +38,8 @@ class DesktopState {
 
   /// The window with the focus as the engine may see it; null when that is none, a panel or the desktop's own window.
   ClientWindowRef activeWindow() const;
-  /// Whether the engine sees the window among its application's: it is on the current desktop, and neither Show Desktop nor a fullscreen
-  /// window takes its place.
+  /// Whether the engine sees the window among its application's: it is on the current desktop, neither Show Desktop nor a fullscreen window
+  /// takes its place, and if it was just shown, it is known whether it has the focus.
   bool isListed(const ClientWindow& window) const;
   /// The index of the monitor that holds the middle of the window; absent when none does.
   std::optional<std::size_t> monitorOf(const ClientWindow& window) const;

@@ -50,13 +50,13 @@ std::optional<AttributeValue> WindowElement::value(AttributeName name) const {
 }
 
 bool WindowElement::canBeMoved() const {
-  if (window_->states.fullscreen) return false;
+  if (window_->isFullscreen()) return false;
   // Seen for the first time while it is maximised or iconic, it may have lost the action for so long.
   return !window_->listsActions || window_->mayMove || window_->states.maximized() || window_->states.hidden;
 }
 
 bool WindowElement::canBeResized() const {
-  if (window_->states.fullscreen || window_->limits.isFixed()) return false;
+  if (window_->isFullscreen() || window_->limits.isFixed()) return false;
   return !window_->listsActions || window_->mayResize || window_->states.maximized() || window_->states.hidden;
 }
 

@@ -11,6 +11,8 @@ namespace {
 
 /// No longer than this a key press waits and a change of focus goes unreported, whatever the window manager does.
 constexpr auto longestHold = std::chrono::milliseconds(250);
+/// A manager that is busy may move the focus so much later.
+constexpr auto longestWatch = std::chrono::milliseconds(1500);
 
 }  // namespace
 
@@ -22,28 +24,37 @@ FocusKeeper::~FocusKeeper() {
   if (hold_) end();
 }
 
-void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored) {
-  // With the keyboard frozen its events stay in the server, and go to whoever has the focus once they are let go.
-  const auto cookie =
-      xcb_grab_keyboard(connection_.xcb(), 0, connection_.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
-  xcb_discard_reply(connection_.xcb(), cookie.sequence);
+void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored, const WindowManagerTraits& traits) {
   if (!hold_) {
     hold_ = Hold{};
     const auto anchor = model_.find(reported_);
     if (anchor && !anchor->states.hidden && anchor->isOn(model_.facts().currentDesktop)) hold_->anchor = reported_;
   }
   choice_.reset();
-  hold_->keyboardIsHeld = true;
   hold_->restored.insert(hold_->restored.end(), restored.begin(), restored.end());
+  hold_->expectsFocus = traits.restoreFocuses || hold_->anchor == XCB_WINDOW_NONE;
+  hold_->askedBack = false;
+  if (hold_->expectsFocus) holdKeyboard();
+}
+
+void FocusKeeper::holdKeyboard() {
+  // With the keyboard frozen its events stay in the server, and go to whoever has the focus once they are let go.
+  const auto cookie =
+      xcb_grab_keyboard(connection_.xcb(), 0, connection_.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
+  xcb_discard_reply(connection_.xcb(), cookie.sequence);
+  hold_->keyboardIsHeld = true;
 }
 
 void FocusKeeper::giveBack(const WindowManagerTraits& traits) {
-  if (!hold_) return;
   hold_->managerAnswers = traits.answersFrameExtents && model_.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
   hold_->sent = true;
-  hold_->askedBack = false;
-  if (!traits.restoreFocuses) requestActivation(connection_, hold_->restored.back()->id, clock_.now());
-  startGuard();
+  if (hold_->expectsFocus && !traits.restoreFocuses) requestActivation(connection_, hold_->restored.back()->id, clock_.now());
+  startGuard(longestHold);
+}
+
+bool FocusKeeper::hasArrived(xcb_window_t active) const {
+  if (hold_->expectsFocus) return active == hold_->restored.back()->id;
+  return active != XCB_WINDOW_NONE && active != hold_->anchor;
 }
 
 void FocusKeeper::askBack() {
@@ -74,10 +85,10 @@ bool FocusKeeper::update() {
   if (hold_ && !isOurs(active, *hold_)) {
     if (hold_->askedBack) choice_ = Choice{active, *hold_, false};
     end();
-    if (choice_) startGuard();
+    if (choice_) startGuard(longestHold);
   }
   if (hold_) {
-    if (hold_->sent && !hold_->askedBack && active == hold_->restored.back()->id) askBack();
+    if (hold_->sent && !hold_->askedBack && hasArrived(active)) askBack();
     const bool isBack = hold_->askedBack && active == hold_->anchor;
     if (!isBack || (hold_->keyboardIsHeld && hold_->managerAnswers)) return false;
     end();
@@ -103,21 +114,24 @@ void FocusKeeper::end() {
   ++generation_;
 }
 
-void FocusKeeper::startGuard() {
+void FocusKeeper::startGuard(std::chrono::milliseconds delay) {
   const std::weak_ptr<bool> alive = alive_;
-  mainQueue_.postAfter(longestHold, [this, alive, generation = ++generation_] {
-    if (!alive.expired() && generation == generation_) guardElapsed();
+  mainQueue_.postAfter(delay, [this, alive, delay, generation = ++generation_] {
+    if (!alive.expired() && generation == generation_) guardElapsed(delay != longestHold);
   });
 }
 
-void FocusKeeper::guardElapsed() {
+void FocusKeeper::guardElapsed(bool isLast) {
   choice_.reset();
   const xcb_window_t active = model_.facts().active;
   if (hold_) {
+    releaseKeyboard();
+    const bool isStillToCome = hold_->expectsFocus && !hold_->askedBack;
+    if (isStillToCome && !isLast) return startGuard(longestWatch - longestHold);
     const xcb_window_t anchor = hold_->anchor;
     const bool strayed = active != anchor && isOurs(active, *hold_) && model_.find(anchor) != nullptr;
     end();
-    // The manager was slow or refused: ask once more, without holding up the user any longer.
+    // The manager was slow or refused: ask once more.
     if (strayed) {
       requestActivation(connection_, anchor, clock_.now());
       connection_.flush();

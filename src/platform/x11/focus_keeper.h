@@ -3,6 +3,7 @@
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -35,10 +36,11 @@ class FocusKeeper {
 
   /// Whether the keyboard is held now.
   bool holdsKeyboard() const { return hold_ && hold_->keyboardIsHeld; }
-  /// Holds the keyboard. To be called before the requests that bring `restored` back, of which there is at least one.
-  void hold(const std::vector<ClientWindowRef>& restored);
-  /// To be called after those requests. Once the focus has arrived at the last of those restored it is given back to the window that had
-  /// it; where there is none, it stays: some managers ignore a request for the focus while they have not noticed that it was moved.
+  /// To be called before the requests that bring `restored` back, of which there is at least one. Holds the keyboard where they move the
+  /// focus.
+  void hold(const std::vector<ClientWindowRef>& restored, const WindowManagerTraits& traits);
+  /// To be called after those requests. Once the focus has arrived at the last of those restored it is given back to the window that had it;
+  /// where there is none, it stays: some managers ignore a request for the focus while they have not noticed that it was moved.
   void giveBack(const WindowManagerTraits& traits);
 
   /// To be called after the model was refreshed. True: the reported window changed.
@@ -50,7 +52,9 @@ class FocusKeeper {
   struct Hold {
     xcb_window_t anchor = XCB_WINDOW_NONE;
     std::vector<ClientWindowRef> restored;
-    bool keyboardIsHeld = true;
+    bool keyboardIsHeld = false;
+    /// Whether the focus will move to the last of those restored, sooner or later.
+    bool expectsFocus = false;
     /// Whether the restores are all sent.
     bool sent = false;
     /// Whether the focus was asked back.
@@ -69,11 +73,13 @@ class FocusKeeper {
   static bool isOurs(xcb_window_t active, const Hold& hold);
   /// Whether the window manager undid the user's choice for our request's sake; the choice is repeated then.
   bool undoesChoice(xcb_window_t active);
+  bool hasArrived(xcb_window_t active) const;
+  void holdKeyboard();
   void askBack();
   void releaseKeyboard();
   void end();
-  void startGuard();
-  void guardElapsed();
+  void startGuard(std::chrono::milliseconds delay);
+  void guardElapsed(bool isLast);
 
   Connection& connection_;
   const ClientModel& model_;

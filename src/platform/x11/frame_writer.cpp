@@ -18,9 +18,6 @@ constexpr auto rest = std::chrono::seconds(2);
 /// X windows are placed with 16-bit coordinates.
 constexpr double farthest = 32000;
 
-/// No window has a border wider than this.
-constexpr int widestBorder = 8;
-
 int rounded(double value) { return static_cast<int>(std::lround(std::clamp(value, -farthest, farthest))); }
 
 int limited(int value, int least, int most) {
@@ -31,11 +28,14 @@ int limited(int value, int least, int most) {
 /// Moves the range [start, start + extent) into [low, high), its beginning first.
 int movedInto(int start, int extent, int low, int high) { return std::max(std::min(start, high - extent), low); }
 
-/// Takes in that the request for a place was answered with `visible`.
-void learnDrift(PendingFrame& frame, const PixelRect& visible) {
+/// Takes in that the request for a place was answered with another one. What is off by the border that the client once declared, which one
+/// manager reckons with and others do not, is made up for by the next request.
+void learnDrift(ClientWindow& window) {
+  PendingFrame& frame = window.frame;
+  const PixelRect visible = window.visible();
   const int x = visible.x - frame.requested->x;
   const int y = visible.y - frame.requested->y;
-  if (std::abs(x) > widestBorder || std::abs(y) > widestBorder) return;
+  if (window.declaredBorder == 0 || x != y || std::abs(x) != window.declaredBorder || frame.decoration != window.decoration) return;
   frame.driftX += x;
   frame.driftY += y;
 }
@@ -70,9 +70,13 @@ PixelRect FrameWriter::area(const PixelRect& wanted) const {
   return best == visible.end() || overlap(*best, wanted) == 0 ? wanted : *best;
 }
 
-void FrameWriter::write(ClientWindow& window, Clock::time_point now) {
+bool FrameWriter::coversAMonitor(const PixelRect& visible) const {
+  return std::ranges::any_of(layout_.monitors(), [&](const Monitor& monitor) { return monitor.frame == visible; });
+}
+
+bool FrameWriter::write(ClientWindow& window, Clock::time_point now) {
   PendingFrame& frame = window.frame;
-  if (!frame.position && !frame.size) return;
+  if (!frame.position && !frame.size) return false;
   const PixelRect current = window.visible();
   const bool resize = frame.size.has_value();
   const Point position = frame.position.value_or(Point{static_cast<double>(current.x), static_cast<double>(current.y)});
@@ -87,13 +91,15 @@ void FrameWriter::write(ClientWindow& window, Clock::time_point now) {
     frame.attempts = 0;
     if (visible == current && !window.states.maximized() && frame.answered) {
       frame.requested = visible;
-      return;
+      return false;
     }
-    return request(window, visible, resize, now);
+    request(window, visible, resize, now);
+    return true;
   }
-  if (!shouldRequest(frame, current, now)) return;
-  learnDrift(frame, current);
+  if (!shouldRequest(frame, current, now)) return false;
+  learnDrift(window);
   request(window, visible, resize, now);
+  return true;
 }
 
 bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, Clock::time_point now) const {
@@ -117,22 +123,26 @@ bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, C
 void FrameWriter::changed(ClientWindow& window, Clock::time_point now) {
   PendingFrame& frame = window.frame;
   frame.answered = true;
+  if (!window.states.fullscreen) frame.tookFullscreen = false;
   if (!frame.requested) return;
-  const bool reckonedOtherwise = frame.decoration != window.decoration || frame.shadow != window.shadow;
   const bool recent = now - frame.sentAt < answerTime;
+  frame.tookFullscreen |= window.states.fullscreen && recent && coversAMonitor(*frame.requested);
+  const bool reckonedOtherwise = frame.decoration != window.decoration || frame.shadow != window.shadow;
   if (!reckonedOtherwise || !recent || window.states.maximized() || frame.attempts > mostAttempts) return;
   if (window.visible() == *frame.requested) return;
-  request(window, *frame.requested, true, now);
+  request(window, *frame.requested, frame.resized, now);
 }
 
 void FrameWriter::request(ClientWindow& window, const PixelRect& visible, bool resize, Clock::time_point now) {
   PendingFrame& frame = window.frame;
   if (window.states.maximized()) requestUnmaximize(connection_, window.id);
+  if (window.states.fullscreen) requestNotFullscreen(connection_, window.id);
   PixelRect client = clientRect(visible, window.decoration, window.shadow);
   client.x -= frame.driftX;
   client.y -= frame.driftY;
   requestFrame(connection_, window.id, client, resize);
   frame.requested = visible;
+  frame.resized = resize;
   frame.decoration = window.decoration;
   frame.shadow = window.shadow;
   frame.answered = false;

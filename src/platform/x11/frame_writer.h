@@ -24,13 +24,14 @@ class FrameWriter {
 
   FrameWriter(Connection& connection, const ScreenLayout& layout) : connection_(connection), layout_(layout) {}
 
-  /// Turns what was written to `window.frame` in this turn into at most one request.
-  void write(ClientWindow& window, Clock::time_point now = Clock::now());
+  /// Turns what was written to `window.frame` in this turn into at most one request. Answers whether there was need for it.
+  bool write(ClientWindow& window, Clock::time_point now = Clock::now());
   /// The window's frame, decorations or state changed. A request that reckoned with other decorations is made anew.
   void changed(ClientWindow& window, Clock::time_point now = Clock::now());
 
  private:
   PixelRect area(const PixelRect& wanted) const;
+  bool coversAMonitor(const PixelRect& visible) const;
   bool shouldRequest(PendingFrame& frame, const PixelRect& visible, Clock::time_point now) const;
   void request(ClientWindow& window, const PixelRect& visible, bool resize, Clock::time_point now);
 

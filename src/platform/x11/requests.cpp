@@ -20,6 +20,11 @@ void sendToRoot(Connection& connection, xcb_window_t window, xcb_atom_t type, co
                  reinterpret_cast<const char*>(&event));
 }
 
+void requestWithoutStates(Connection& connection, xcb_window_t window, xcb_atom_t first, xcb_atom_t second) {
+  constexpr std::uint32_t remove = 0;
+  sendToRoot(connection, window, connection.atoms()._NET_WM_STATE, {remove, first, second, sourcePager, 0});
+}
+
 }  // namespace
 
 void requestFrame(Connection& connection, xcb_window_t window, const PixelRect& client, bool resize) {
@@ -32,10 +37,12 @@ void requestFrame(Connection& connection, xcb_window_t window, const PixelRect& 
 }
 
 void requestUnmaximize(Connection& connection, xcb_window_t window) {
-  constexpr std::uint32_t remove = 0;
   const Atoms& atoms = connection.atoms();
-  sendToRoot(connection, window, atoms._NET_WM_STATE,
-             {remove, atoms._NET_WM_STATE_MAXIMIZED_HORZ, atoms._NET_WM_STATE_MAXIMIZED_VERT, sourcePager, 0});
+  requestWithoutStates(connection, window, atoms._NET_WM_STATE_MAXIMIZED_HORZ, atoms._NET_WM_STATE_MAXIMIZED_VERT);
+}
+
+void requestNotFullscreen(Connection& connection, xcb_window_t window) {
+  requestWithoutStates(connection, window, connection.atoms()._NET_WM_STATE_FULLSCREEN, XCB_ATOM_NONE);
 }
 
 void requestIconify(Connection& connection, xcb_window_t window) {

@@ -17,6 +17,9 @@ void requestFrame(Connection& connection, xcb_window_t window, const PixelRect& 
 /// Takes both maximised states away (_NET_WM_STATE).
 void requestUnmaximize(Connection& connection, xcb_window_t window);
 
+/// Takes the fullscreen state away (_NET_WM_STATE).
+void requestNotFullscreen(Connection& connection, xcb_window_t window);
+
 /// WM_CHANGE_STATE to IconicState (ICCCM 4.1.4).
 void requestIconify(Connection& connection, xcb_window_t window);
 

@@ -14,13 +14,13 @@ bool WindowChanges::commit() {
   if (written_.empty()) return false;
   std::erase_if(written_, [](const ClientWindowRef& window) { return window->isGone; });
   const WindowManagerTraits traits = traitsOf(model_.facts().windowManagerName);
-  for (const auto& window : written_) frames_.write(*window);
+  bool asked = false;
+  for (const auto& window : written_) asked |= frames_.write(*window);
   const auto restored = takeRestorable(traits);
-  const bool focusIsAtStake = !restored.empty() && (traits.restoreFocuses || focus_.reported() == XCB_WINDOW_NONE);
   const xcb_timestamp_t time = restored.empty() ? XCB_CURRENT_TIME : clock_.now();
-  if (focusIsAtStake) focus_.hold(restored);
+  if (!restored.empty()) focus_.hold(restored, traits);
   for (const auto& window : restored) hides_.restore(*window, traits, time);
-  bool asked = !restored.empty();
+  asked |= !restored.empty();
   std::vector<ClientWindowRef> waiting;
   for (const auto& window : written_) {
     if (HideWriter::isToBeHidden(*window)) {
@@ -33,7 +33,7 @@ bool WindowChanges::commit() {
     }
   }
   written_ = std::move(waiting);
-  if (focusIsAtStake) focus_.giveBack(traits);
+  if (!restored.empty()) focus_.giveBack(traits);
   connection_.flush();
   return asked;
 }

@@ -23,7 +23,7 @@ class WindowChanges {
 
   /// The frame or the marks of this window were written.
   void written(const ClientWindowRef& window);
-  /// Sends what there is to send. What has to wait for another virtual desktop stays. Answers whether an iconic state was asked for.
+  /// Sends what there is to send. What has to wait for another virtual desktop stays. Answers whether anything was asked for.
   bool commit();
 
  private:

@@ -187,6 +187,7 @@ class X11Desktop::Parts {
     if (!window) return;
     window->focusSerial = ++lastFocusSerial_;
     window->refusesHiding = false;
+    window->settlesAt = {};
   }
 
   void scheduleReview(std::chrono::milliseconds delay) {
@@ -199,10 +200,12 @@ class X11Desktop::Parts {
     });
   }
 
-  /// Looks at every window whose iconic state is not what was asked for.
+  /// Looks at every window of which something was asked a moment ago.
   void review() {
     bool open = false;
+    const auto now = std::chrono::steady_clock::now();
     for (const auto& window : state.model.windows()) {
+      if (now - window->frame.sentAt < 2 * reviewTime) state.model.reread(*window);
       if (state.model.isSettled()) state.hides.settle(*window);
       if (state.hides.expire(*window) && HideWriter::isToBeRestored(*window)) state.changes.written(window);
       open |= window->iconRequest != IconRequest::none;
