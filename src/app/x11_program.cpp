@@ -36,7 +36,6 @@ class X11Program {
 
   /// Runs the event loop until somebody asks the program to end or the connection is lost.
   int run() {
-    const TerminationSignals signals([] { QCoreApplication::exit(0); });
     const QSocketNotifier arrivals(desktop_.fileDescriptor(), QSocketNotifier::Read);
     QObject::connect(&arrivals, &QSocketNotifier::activated, &arrivals, [this] { exitUnless(desktop_.dispatch()); });
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &arrivals,
@@ -93,6 +92,8 @@ int runProgram(QCoreApplication&) {
   std::signal(SIGPIPE, SIG_IGN);
   const auto connection = x11::Connection::open();
   if (!connection) return fail("there is no X server to connect to.");
+  // From here on this copy is the one that shows hidden windows again, so that an early signal must not end it either.
+  const TerminationSignals signals([] { QCoreApplication::exit(0); });
   const x11::Instance::Start start = x11::Instance::acquire(*connection);
   switch (start.outcome) {
     case x11::Instance::Outcome::acquired:

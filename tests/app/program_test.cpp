@@ -38,7 +38,7 @@ TEST(Program, WithoutAServerItSaysSoInOneLineAndFails) {
 }
 
 class RunningProgram : public testing::Test {
- protected:
+ public:
   harness::ServerProcess server;
   Session session{server.display()};
   Display display{server.display()};
@@ -84,6 +84,26 @@ TEST_F(RunningProgram, EndsCleanlyAndQuietlyOnEachSignalThatAsksItTo) {
     EXPECT_EQ(display.activeWindow(), active);
     EXPECT_EQ(tilora.output(), "");
   }
+}
+
+TEST_F(RunningProgram, ShowsWhatAKilledCopyHadHiddenWhenItEnds) {
+  giveConsent(session);
+  harness::TestClient client(session);
+  harness::TestClient other(session);
+  const xcb_window_t hidden = open(client, "hidden");
+  const xcb_window_t active = open(other, "active");
+  {
+    ManagedProcess killed = startTilora(session);
+    ASSERT_TRUE(display.waitUntil([&] { return display.iconic(hidden) && isFull(active); })) << display.describe();
+    killed.signal(SIGKILL);
+    ASSERT_TRUE(killed.waitForEnd());
+  }
+  EXPECT_TRUE(display.iconic(hidden));
+  ManagedProcess next = startTilora(session);
+  ASSERT_TRUE(display.waitUntil([&] { return owns(); }));
+  next.signal(SIGTERM);
+  ASSERT_EQ(next.waitForEnd(), cleanEnd);
+  EXPECT_TRUE(display.waitUntil([&] { return display.viewable(hidden) && !display.iconic(hidden); })) << display.describe();
 }
 
 TEST_F(RunningProgram, FailsWhenTheServerGoesAway) {

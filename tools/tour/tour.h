@@ -18,7 +18,7 @@ using harness::Steps;
 /// A window that must be seen, and where.
 struct Seen {
   const Program& program;
-  Place place;
+  Place place = Place::full;
   harness::PixelRect monitor = EmbeddedDesktop::firstMonitor;
 };
 
