@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -26,11 +25,10 @@ class TextPool {
 
   void addBlock(std::size_t atLeast) {
     left_ = std::max(atLeast, smallestBlock << std::min<std::size_t>(blocks_.size(), 8));
-    blocks_.push_back(std::make_unique<char[]>(left_));
-    next_ = blocks_.back().get();
+    next_ = blocks_.emplace_back(left_).data();
   }
 
-  std::vector<std::unique_ptr<char[]>> blocks_;
+  std::vector<std::vector<char>> blocks_;
   char* next_ = nullptr;
   std::size_t left_ = 0;
 };

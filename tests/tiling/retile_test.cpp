@@ -256,6 +256,27 @@ TEST(Retile, APairThatAChoiceOfTheUserBreaksIsDropped) {
   EXPECT_THAT(engine.memory.windowPairings(), IsEmpty());
 }
 
+TEST(Retile, APairOnAScreenWithoutTheFocusIsDroppedWhenOneOfItIsNoHalfAnyMore) {
+  Engine engine(test::twoScreens()
+                    .app(100)
+                    .window(1)
+                    .app(200)
+                    .window(2, {.frame = test::onSecondScreen})
+                    .app(300)
+                    .window(3, {.frame = test::onSecondScreen})
+                    .front(200, 2));
+  engine.memory.setPlacement({200, 2}, left);
+  engine.memory.setPlacement({300, 3}, right);
+  engine.pass();
+  EXPECT_EQ(engine.memory.windowPairings().size(), 2);
+
+  engine.memory.setPlacement({300, 3}, full);
+  engine.passWithFocus(100, 1);
+
+  EXPECT_THAT(engine.memory.windowPairings(), IsEmpty());
+  EXPECT_THAT(engine.memory.visibleWindowKeysByScreen().at("display:2"), UnorderedElementsAre(WindowKey{200, 2}, WindowKey{300, 3}));
+}
+
 TEST(Retile, WithoutWindowsTheMemoryIsEmptiedAndNothingSent) {
   Engine engine(test::laptop().app(100).window(1).front(100, 1));
   engine.memory.setPlacement({100, 1}, left);
