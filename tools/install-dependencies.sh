@@ -7,6 +7,8 @@ debian_packages() {
   case $1 in
     build)
       echo cmake ninja-build pkg-config qt6-base-dev libicu-dev nlohmann-json3-dev libgtest-dev libgmock-dev libpng-dev
+      # Qt Quick, and the modules of it that the program loads when it opens a window.
+      echo qt6-declarative-dev qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
       echo libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev libxcb-randr0-dev libxcb-record0-dev libxcb-res0-dev libxcb-xkb-dev libxcb-xtest0-dev
       echo libxcb-keysyms1-dev libxkbcommon-dev libxkbcommon-x11-dev
       command -v c++ >/dev/null 2>&1 || echo g++

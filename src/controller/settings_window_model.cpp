@@ -16,6 +16,20 @@ constexpr double paddingStep = 1;
 
 std::string paddingLabel(double windowPadding) { return std::to_string(Number(windowPadding).toInteger()) + " px"; }
 
+std::string_view shortcutTitle(ShortcutAction action) {
+  switch (action) {
+    case ShortcutAction::moveLeft:
+      return "Move Focused Window Left";
+    case ShortcutAction::moveRight:
+      return "Move Focused Window Right";
+    case ShortcutAction::centerOrFullscreen:
+      return "Center Floating / Fullscreen";
+    case ShortcutAction::floatCenter:
+      return "Float Window Centered (60% × 90%)";
+  }
+  return {};
+}
+
 SettingsWindowModel::SettingsWindowModel(WindowManagerController& controller, KeyMonitor& monitor)
     : controller_(controller), recorder_(monitor, controller) {}
 

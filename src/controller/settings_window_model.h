@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "controller/window_manager_controller.h"
 #include "shortcuts/shortcut_recorder.h"
@@ -10,6 +11,9 @@ namespace tilora {
 
 /// The padding as a whole number, truncated toward zero: "12 px".
 std::string paddingLabel(double windowPadding);
+
+/// The title of an action's row, in UTF-8.
+std::string_view shortcutTitle(ShortcutAction action);
 
 /// The state of the settings window: its recorder and its padding stepper.
 class SettingsWindowModel {

@@ -1,0 +1,91 @@
+// Making the windows and letting go of them.
+#include "app/ui/user_interface.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <utility>
+
+// Made by the build for the QML module.
+extern void qml_register_types_Tilora();
+
+static void initializeResources() {
+  Q_INIT_RESOURCE(qmake_Tilora);
+  Q_INIT_RESOURCE(tilora_ui_raw_qml_0);
+  Q_INIT_RESOURCE(qmlcache_tilora_ui);
+}
+
+namespace tilora::app {
+namespace {
+
+/// A menu that is used again within this time opens from memory.
+constexpr int keptWhenIdle = 60'000;
+
+/// Once in a process.
+void initializeModule() {
+  static bool done = false;
+  if (std::exchange(done, true)) return;
+  qml_register_types_Tilora();
+  initializeResources();
+  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+}  // namespace
+
+UserInterface::UserInterface(InterfaceParts parts)
+    : parts_(std::move(parts)),
+      menu_(parts_.controller, {.openSettings = [this] { openSettings(offersMenu_); }, .quit = parts_.quit}),
+      settings_(parts_.controller, parts_.keyMonitor) {
+  idle_.setSingleShot(true);
+  idle_.setInterval(keptWhenIdle);
+  QObject::connect(&idle_, &QTimer::timeout, &idle_, [this] {
+    panel_.reset();
+    settingsWindow_.reset();
+    engine_.reset();
+  });
+}
+
+UserInterface::~UserInterface() = default;
+
+QQmlEngine& UserInterface::engine() {
+  idle_.stop();
+  if (!engine_) {
+    initializeModule();
+    engine_ = std::make_unique<QQmlEngine>();
+    engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
+  }
+  return *engine_;
+}
+
+void UserInterface::toggleMenu(const QRect& icon) {
+  if (panel_ && panel_->isVisible()) return panel_->dismiss();
+  QQmlEngine& qml = engine();
+  if (!panel_) {
+    panel_ = std::make_unique<MenuPanel>(qml, menu_);
+    QObject::connect(panel_.get(), &MenuPanel::dismissed, &idle_, [this] { releaseWhenIdle(); });
+  }
+  const QScreen* screen = QGuiApplication::screenAt(icon.center());
+  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+  if (screen != nullptr) panel_->openAt(icon, parts_.visibleFrame(*screen));
+}
+
+void UserInterface::openSettings(bool offersMenu) {
+  QQmlEngine& qml = engine();
+  if (!settingsWindow_) {
+    settingsWindow_ = std::make_unique<SettingsWindow>(qml, settings_, menu_, parts_.monitorsKey);
+    QObject::connect(settingsWindow_.get(), &SettingsWindow::closed, &idle_, [this] { releaseWhenIdle(); });
+  }
+  settingsWindow_->setOffersMenu(offersMenu);
+  settingsWindow_->showNormal();
+}
+
+void UserInterface::performSettingsCommand() {
+  openSettings(offersMenu_);
+  parts_.controller.raiseSettingsWindow();
+}
+
+void UserInterface::releaseWhenIdle() {
+  const auto isOpen = [](const auto& window) { return window && window->isVisible(); };
+  if (!isOpen(panel_) && !isOpen(settingsWindow_)) idle_.start();
+}
+
+}  // namespace tilora::app

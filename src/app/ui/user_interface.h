@@ -1,0 +1,64 @@
+// The windows of the program, made when they are first needed.
+#pragma once
+
+#include <QQmlEngine>
+#include <QRect>
+#include <QScreen>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "app/ui/menu_panel.h"
+#include "app/ui/settings_window.h"
+
+namespace tilora::app {
+
+/// What the windows need of the desktop.
+struct InterfaceParts {
+  /// Must outlive the windows, as must the monitor.
+  WindowManagerController& controller;
+  KeyMonitor& keyMonitor;
+  /// Shows a key press of the settings window to the monitor; true: it was swallowed.
+  SettingsWindow::KeyFilter monitorsKey;
+  /// The part of a screen that panels leave free, in Qt's coordinates.
+  std::function<QRect(const QScreen&)> visibleFrame;
+  std::function<void()> quit;
+};
+
+/// Draws with the software renderer. While no window is open, nothing of QML is in memory, except for some time after the last one closed.
+/// Main thread only.
+class UserInterface {
+ public:
+  explicit UserInterface(InterfaceParts parts);
+  UserInterface(const UserInterface&) = delete;
+  UserInterface& operator=(const UserInterface&) = delete;
+  ~UserInterface();
+
+  /// Opens the menu at an icon, or closes it when it is open.
+  void toggleMenu(const QRect& icon);
+  /// Shows the settings window; it is raised when it is open. With `offersMenu`, it also does what the menu does.
+  void openSettings(bool offersMenu);
+  /// What the settings command does: opens the window and raises it until it stands.
+  void performSettingsCommand();
+  /// Whether a settings window that is opened from the menu offers what the menu does.
+  void setOffersMenu(bool offersMenu) { offersMenu_ = offersMenu; }
+
+  /// Null while it has not been made.
+  MenuPanel* menuPanel() const { return panel_.get(); }
+  SettingsWindow* settingsWindow() const { return settingsWindow_.get(); }
+
+ private:
+  QQmlEngine& engine();
+  void releaseWhenIdle();
+
+  InterfaceParts parts_;
+  bool offersMenu_ = false;
+  QTimer idle_;
+  MenuViewModel menu_;
+  SettingsViewModel settings_;
+  std::unique_ptr<QQmlEngine> engine_;
+  std::unique_ptr<MenuPanel> panel_;
+  std::unique_ptr<SettingsWindow> settingsWindow_;
+};
+
+}  // namespace tilora::app

@@ -1,0 +1,260 @@
+// What the menu shows, measured on the running items, and what its rows do.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/ui/interface_session.h"
+#include "app/ui/spring_value.h"
+
+namespace tilora::app {
+namespace {
+
+using std::chrono_literals::operator""ms;
+
+class MenuView : public testing::Test {
+ protected:
+  QQuickItem& row(int index) { return find(menu, ("row" + std::to_string(index)).c_str()); }
+  WindowPlacement placement() { return session.controller().windowPlacements().at({100, 1}); }
+  bool isOpen() { return session.interface().menuPanel()->isVisible(); }
+  void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { InterfaceSession::tap(*session.interface().menuPanel(), key, modifiers); }
+
+  InterfaceSession session;
+  QQuickItem& menu = session.openMenu();
+};
+
+TEST_F(MenuView, HasItsWidthAndPaddings) {
+  const QQuickItem& content = find(menu, "content");
+  EXPECT_EQ(menu.width(), 420);
+  EXPECT_EQ(content.x(), 15);
+  EXPECT_EQ(content.y(), 7);
+  EXPECT_EQ(content.width(), 420 - 2 * 15);
+  EXPECT_EQ(menu.implicitHeight(), content.height() + 2 * 7);
+  EXPECT_EQ(session.interface().menuPanel()->size(), QSize(420, static_cast<int>(menu.implicitHeight())));
+}
+
+TEST_F(MenuView, StacksCardsAndFooterTwelveApart) {
+  session.engine().advance(250ms);
+  turn();
+  const QQuickItem& actions = find(menu, "actions");
+  EXPECT_FALSE(find(menu, "permissions").isVisible());
+  EXPECT_EQ(actions.y(), 0);
+  EXPECT_TRUE(runUntil([&] { return find(menu, "footer").y() == actions.height() + 12; }));
+  session.desktop().trust().trusted = false;
+  session.engine().advance(250ms);
+  turn();
+  const QQuickItem& permissions = find(menu, "permissions");
+  EXPECT_TRUE(permissions.isVisible());
+  EXPECT_TRUE(runUntil([&] { return permissions.y() == actions.height() + 12; }));
+  EXPECT_TRUE(runUntil([&] { return find(menu, "footer").y() == permissions.y() + permissions.height() + 12; }));
+}
+
+TEST_F(MenuView, ACardHasItsShapeAndTitle) {
+  QQuickItem& card = find(menu, "actions");
+  QQuickItem& background = find(card, "background");
+  EXPECT_EQ(within(background, card), QRectF(0, 0, card.width(), card.height()));
+  EXPECT_EQ(number(background, "radius"), 12);
+  EXPECT_TRUE(background.property("continuous").toBool());
+  EXPECT_EQ(number(background, "outlineWidth"), 1);
+  EXPECT_NEAR(share(background, "color"), 0.45, tolerance);
+  EXPECT_NEAR(share(background, "outlineColor"), 0.35, tolerance);
+  QQuickItem& stack = find(card, "stack");
+  EXPECT_EQ(within(stack, card), QRectF(12, 12, card.width() - 24, card.height() - 24));
+  QQuickItem& title = find(card, "title");
+  expectText(title, "Tilora 1.2", 13, QFont::DemiBold);
+  EXPECT_TRUE(title.property("secondary").toBool());
+}
+
+TEST_F(MenuView, ShowsSixRowsInTheirOrder) {
+  const std::array<std::array<const char*, 4>, 6> expected = {{
+      {"Settings", "Adjust behavior and shortcuts", "slider.horizontal.3", "Cmd+,"},
+      {"Retile Windows", "Refresh positions immediately", "arrow.triangle.2.circlepath", ""},
+      {"Focused Window Left", "Tile focused window to left", "square.lefthalf.filled", "Option+Shift+["},
+      {"Focused Window Right", "Tile focused window to right", "square.righthalf.filled", "Option+Shift+]"},
+      {"Center Floating / Fullscreen", "Center fixed windows or fill", "rectangle.inset.filled", "Option+Shift+Space"},
+      {"Float Window Centered", "Resize to 60% width, 90% height and center", "rectangle.center.inset.filled", "Option+Shift+J"},
+  }};
+  double bottom = 0;
+  for (int i = 0; i < 6; ++i) {
+    const auto& [title, subtitle, symbol, shortcut] = expected.at(static_cast<std::size_t>(i));
+    expectText(find(row(i), "rowTitle"), title, 13, QFont::Medium);
+    expectText(find(row(i), "rowSubtitle"), subtitle, 11, QFont::Normal);
+    EXPECT_TRUE(find(row(i), "rowSubtitle").property("secondary").toBool());
+    EXPECT_EQ(find(row(i), "symbol").property("name").toString().toStdString(), symbol);
+    EXPECT_EQ(number(row(i), "symbolSize"), 13);
+    EXPECT_EQ(find(row(i), "shortcutCapsule").isVisible(), *shortcut != '\0');
+    if (*shortcut != '\0') expectText(find(row(i), "shortcut"), shortcut, 11, QFont::Medium);
+    EXPECT_GE(row(i).y(), bottom);
+    bottom = row(i).y() + row(i).height();
+  }
+}
+
+TEST_F(MenuView, NoTextOfARowIsCut) {
+  for (int i = 0; i < 6; ++i) {
+    for (const char* name : {"rowTitle", "rowSubtitle"}) {
+      QQuickItem& label = find(row(i), name);
+      EXPECT_FALSE(label.property("truncated").toBool()) << i << name;
+      EXPECT_LE(number(label, "contentWidth"), label.width()) << i << name;
+    }
+  }
+}
+
+TEST_F(MenuView, ARowIsAsWideAsItsCardAndPadsItsLabel) {
+  const QQuickItem& label = find(row(2), "label");
+  EXPECT_EQ(row(2).width(), 420 - 2 * 15 - 2 * 12);
+  EXPECT_EQ(within(label, row(2)), QRectF(10, 8, row(2).width() - 20, row(2).height() - 16));
+}
+
+TEST_F(MenuView, TheCapsulePadsItsTextAndIsRoundAtBothEnds) {
+  QQuickItem& capsule = find(row(2), "shortcutCapsule");
+  QQuickItem& shape = find(capsule, "capsule");
+  QQuickItem& label = find(capsule, "shortcut");
+  EXPECT_EQ(within(label, capsule).left(), 7);
+  EXPECT_EQ(within(label, capsule).top(), 4);
+  EXPECT_EQ(capsule.width(), label.width() + 14);
+  EXPECT_EQ(capsule.height(), label.height() + 8);
+  EXPECT_EQ(number(shape, "radius"), capsule.height() / 2);
+  EXPECT_NEAR(share(shape, "color"), 0.8, tolerance);
+  EXPECT_NEAR(share(shape, "outlineColor"), 0.45, tolerance);
+  EXPECT_EQ(number(shape, "outlineWidth"), 1);
+  EXPECT_TRUE(label.property("monospaced").toBool());
+  EXPECT_TRUE(label.property("secondary").toBool());
+}
+
+TEST_F(MenuView, ARowAtRestIsIdle) {
+  QQuickItem& background = find(row(2), "background");
+  EXPECT_EQ(number(background, "radius"), 10);
+  EXPECT_TRUE(background.property("continuous").toBool());
+  EXPECT_NEAR(share(background, "color"), 0.6, tolerance);
+  EXPECT_NEAR(share(background, "outlineColor"), 0.25, tolerance);
+  EXPECT_EQ(number(background, "outlineWidth"), 1);
+  EXPECT_EQ(row(2).scale(), 1);
+}
+
+TEST_F(MenuView, APressedRowSpringsToItsPressedLookAndBack) {
+  QQuickItem& background = find(row(2), "background");
+  auto* spring = row(2).findChild<SpringValue*>("spring");
+  ASSERT_NE(spring, nullptr);
+  EXPECT_EQ(spring->response(), 0.16);
+  EXPECT_EQ(spring->dampingFraction(), 0.85);
+  InterfaceSession::press(row(2));
+  EXPECT_EQ(spring->target(), 1);
+  ASSERT_TRUE(runUntil([&] { return spring->state() == QAbstractAnimation::Stopped; }));
+  EXPECT_NEAR(share(background, "color"), 0.95, tolerance);
+  EXPECT_NEAR(share(background, "outlineColor"), 0.45, tolerance);
+  EXPECT_DOUBLE_EQ(row(2).scale(), 0.99);
+  InterfaceSession::release(row(2));
+  ASSERT_TRUE(runUntil([&] { return spring->state() == QAbstractAnimation::Stopped; }));
+  EXPECT_NEAR(share(background, "color"), 0.6, tolerance);
+  EXPECT_EQ(row(2).scale(), 1);
+}
+
+TEST_F(MenuView, ACommandClosesTheMenuAndIsDone) {
+  const std::array placements = {WindowPlacement::left, WindowPlacement::right, WindowPlacement::full, WindowPlacement::floatCenter};
+  for (int i = 0; i < 4; ++i) {
+    if (!isOpen()) session.openMenu();
+    InterfaceSession::click(row(i + 2));
+    EXPECT_EQ(placement(), placements.at(static_cast<std::size_t>(i)));
+    EXPECT_FALSE(isOpen());
+  }
+}
+
+TEST_F(MenuView, TheSecondRowMakesAPass) {
+  const auto effects = session.engine().effectsOf([&] { InterfaceSession::click(row(1)); });
+  EXPECT_THAT(effects, testing::ElementsAre(simulated::moved(1, 10, 35), simulated::resized(1, 1420, 855)));
+}
+
+TEST_F(MenuView, TheFirstRowAndTheSettingsKeyOpenTheSettings) {
+  InterfaceSession::click(row(0));
+  ASSERT_NE(session.interface().settingsWindow(), nullptr);
+  EXPECT_TRUE(session.interface().settingsWindow()->isVisible());
+  for (const auto modifier : {Qt::ControlModifier, Qt::MetaModifier}) {
+    session.interface().settingsWindow()->close();
+    session.openMenu();
+    key(Qt::Key_Comma, modifier);
+    EXPECT_TRUE(session.interface().settingsWindow()->isVisible());
+    EXPECT_FALSE(isOpen());
+  }
+}
+
+TEST_F(MenuView, CommaAloneOrWithOtherModifiersDoesNothing) {
+  for (const Qt::KeyboardModifiers modifiers : {Qt::KeyboardModifiers(), Qt::ShiftModifier | Qt::ControlModifier})
+    key(Qt::Key_Comma, modifiers);
+  EXPECT_EQ(session.interface().settingsWindow(), nullptr);
+  EXPECT_TRUE(isOpen());
+}
+
+TEST_F(MenuView, EscapeAndAClickElsewhereCloseIt) {
+  key(Qt::Key_Escape);
+  EXPECT_FALSE(isOpen());
+  session.openMenu();
+  QMouseEvent outside(QEvent::MouseButtonPress, QPointF(-5, 20), QPointF(0, 0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(session.interface().menuPanel(), &outside);
+  EXPECT_FALSE(isOpen());
+}
+
+TEST_F(MenuView, TheIconClosesAnOpenMenu) {
+  session.interface().toggleMenu(QRect(700, 0, 24, 24));
+  EXPECT_FALSE(isOpen());
+}
+
+TEST_F(MenuView, EveryRowAndButtonIsReachedWithTheKeyboard) {
+  ASSERT_TRUE(find(menu, "permissions").isVisible());
+  const std::array order = {
+      &row(0), &row(1), &row(2), &row(3), &row(4), &row(5), &find(menu, "openSettings"), &find(menu, "requestAgain"), &find(menu, "quit")};
+  for (const QQuickItem* item : order) {
+    key(Qt::Key_Down);
+    EXPECT_EQ(session.interface().menuPanel()->activeFocusItem(), item);
+  }
+  key(Qt::Key_Up);
+  EXPECT_EQ(session.interface().menuPanel()->activeFocusItem(), order.at(7));
+  key(Qt::Key_Tab);
+  EXPECT_EQ(session.interface().menuPanel()->activeFocusItem(), order.at(8));
+}
+
+TEST_F(MenuView, TheReturnKeyDoesWhatAClickDoes) {
+  for (int i = 0; i < 4; ++i) key(Qt::Key_Down);
+  key(Qt::Key_Return);
+  EXPECT_EQ(placement(), WindowPlacement::right);
+  EXPECT_FALSE(isOpen());
+}
+
+TEST_F(MenuView, TheCardThatAsksForAccessHasItsTextAndButtons) {
+  QQuickItem& card = find(menu, "permissions");
+  expectText(find(card, "title"), "Fix Permissions", 13, QFont::DemiBold);
+  QQuickItem& warning = find(card, "warning");
+  expectText(warning, "Window control is disabled until Accessibility access is granted.", 12, QFont::Normal);
+  EXPECT_TRUE(warning.property("secondary").toBool());
+  EXPECT_EQ(find(card, "openSettings").property("title"), "Open Settings");
+  EXPECT_EQ(find(card, "requestAgain").property("title"), "Request Again");
+  EXPECT_EQ(within(find(card, "openSettings"), card).top(), within(find(card, "requestAgain"), card).top());
+  EXPECT_TRUE(find(card, "openSettings").property("filled").toBool());
+  EXPECT_FALSE(find(card, "requestAgain").property("filled").toBool());
+}
+
+TEST_F(MenuView, ThoseButtonsOpenThePaneAndAskAgain) {
+  const auto opened = session.engine().effectsOf([&] { InterfaceSession::click(find(menu, "openSettings")); });
+  EXPECT_THAT(opened, testing::ElementsAre(simulated::Effect(
+                          simulated::UrlOpened{"x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"})));
+  session.openMenu();
+  const auto asked = session.engine().effectsOf([&] { InterfaceSession::click(find(menu, "requestAgain")); });
+  EXPECT_THAT(asked, testing::Contains(simulated::Effect(simulated::TrustRequested{true})));
+}
+
+TEST_F(MenuView, TheFooterShowsTheGapAndQuits) {
+  QQuickItem& footer = find(menu, "footer");
+  session.controller().setWindowPadding(7.9);
+  turn();
+  expectText(find(footer, "lineText"), "7 px gap", 12, QFont::Medium);
+  EXPECT_EQ(find(footer, "lineSymbol").property("name"), "square.grid.3x3");
+  EXPECT_EQ(find(footer, "quit").property("title"), "Quit Tilora");
+  InterfaceSession::click(find(footer, "quit"));
+  EXPECT_EQ(session.timesQuit(), 1);
+}
+
+TEST_F(MenuView, FollowsTheBindingsWhileItIsOpen) {
+  session.controller().setBinding({123, 0x1800}, ShortcutAction::moveRight);
+  turn();
+  EXPECT_EQ(text(find(row(3), "shortcut")), "Ctrl+Option+Left");
+}
+
+}  // namespace
+}  // namespace tilora::app
