@@ -138,8 +138,8 @@ struct ClientWindow {
   /// The virtual desktop; absent: on all of them.
   std::optional<std::uint32_t> desktop;
   PixelRect client;
-  /// The width of the border that the client asked for; managers take it away, and some reckon with it all the same.
-  int declaredBorder = 0;
+  /// The width of the border that the client asked for, once it is known; managers take it away, and some reckon with it all the same.
+  std::optional<int> declaredBorder;
   Extents decoration;
   Extents shadow;
   SizeLimits limits;
