@@ -71,6 +71,23 @@ bool Desk::isChange(const WindowEvent& event, Action action) {
   return event.atom == display_.atom("WM_STATE") || event.atom == display_.atom("_NET_WM_STATE");
 }
 
+void Desk::expectFree(const std::vector<harness::Key>& keys) {
+  constexpr auto altShift = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
+  const auto isFree = [&](harness::Key key) {
+    const auto keycode = static_cast<xcb_keycode_t>(key);
+    const auto cookie =
+        xcb_grab_key_checked(display_.xcb(), 0, display_.root(), altShift, keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const std::unique_ptr<xcb_generic_error_t, decltype(&std::free)> error{xcb_request_check(display_.xcb(), cookie), &std::free};
+    xcb_ungrab_key(display_.xcb(), keycode, display_.root(), altShift);
+    return error == nullptr;
+  };
+  const auto end = Clock::now() + longestEffect;
+  while (!std::all_of(keys.begin(), keys.end(), isFree)) {
+    if (Clock::now() > end) throw Failure("another client keeps the keys");
+  }
+  display_.sync();
+}
+
 void Desk::prepareToWatch() {
   // Asking is a round trip: not while the stopwatch runs.
   display_.atom("WM_STATE");

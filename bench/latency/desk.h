@@ -59,6 +59,8 @@ class Desk {
   void waitUntilQuiet();
   /// Throws a Failure that names `what` when it does not come true.
   void expect(const std::string& what, const std::function<bool()>& holds);
+  /// Waits until no client has a key of Alt and Shift with one of these: the server notices a while later that a program has ended.
+  void expectFree(const std::vector<harness::Key>& keys);
   /// Presses `chord` until an event of the windows follows: a program that has just been started may not have its keys yet.
   void pressUntilItWorks(const Chord& chord, Action action);
   /// Presses a chord and stops the time of what follows; nothing when nothing does.

@@ -95,6 +95,7 @@ class Floor : public Contestant {
   }
 
   void start(const std::vector<std::string>& plan) {
+    desk_.expectFree(tiloraKeys);
     std::vector<std::string> arguments = {program_.string()};
     add(arguments, plan);
     process_ = desk_.session().start(arguments);

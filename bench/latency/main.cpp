@@ -116,13 +116,21 @@ std::string processor() {
   return "an unknown processor";
 }
 
-std::string explained(const std::string& tables, const Options& options) {
+/// How many programs wanted to run at a time, in the last minute.
+std::string load() {
+  std::ifstream file("/proc/loadavg");
+  std::string lastMinute;
+  file >> lastMinute;
+  return lastMinute;
+}
+
+std::string explained(const std::string& tables, const Options& options, const std::string& loadBefore) {
   return "# Latency\n\n"
          "Milliseconds from a key press (XTEST) to the first and to the last event of the windows concerned, with four windows on one Xvfb "
          "of\n"
          "1600 x 900 pixels; made by `make bench-latency OUTPUT=docs/latency.md` on " +
-         processor() + " with " + std::to_string(sysconf(_SC_NPROCESSORS_ONLN)) + " cores, in " + std::to_string(options.rounds) +
-         " rounds of " + std::to_string(options.presses) +
+         processor() + " with " + std::to_string(sysconf(_SC_NPROCESSORS_ONLN)) + " cores (load " + loadBefore + " at the beginning, " +
+         load() + " at the end), in " + std::to_string(options.rounds) + " rounds of " + std::to_string(options.presses) +
          "\npresses for each action. Rounds visit all programs in turn. The bare client sends, on the same keys, the requests that have to "
          "be "
          "sent and\ndoes nothing else: on that window manager nobody can be faster.\n\n"
@@ -167,11 +175,12 @@ int main(int argc, char** argv) {
     std::cerr << "usage: tilora-latency [--rounds N] [--presses N] [--only NAME]... [--output FILE]\n";
     return 2;
   }
+  const std::string loadBefore = load();
   Bench bench(*options);
   bench.run();
   const std::string result = tables(bench.results(), contestantNames());
   std::cout << result;
-  if (!options->output.empty()) std::ofstream(options->output) << explained(result, *options);
+  if (!options->output.empty()) std::ofstream(options->output) << explained(result, *options, loadBefore);
   for (const std::string& failure : bench.failures()) std::cerr << "Not measured: " << failure << "\n";
   return bench.failures().empty() ? 0 : 1;
 }

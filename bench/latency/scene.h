@@ -11,6 +11,8 @@ inline const Chord toTheLeft = tiloraKey(harness::Key::leftBracket);
 inline const Chord toTheRight = tiloraKey(harness::Key::rightBracket);
 inline const Chord fill = tiloraKey(harness::Key::space);
 
+inline const std::vector<harness::Key> tiloraKeys = {toTheLeft.key, toTheRight.key, fill.key};
+
 /// The frames that Tilora gives with its padding of 12.
 struct Places {
   harness::PixelRect left;

@@ -124,24 +124,26 @@ std::unique_ptr<Contestant> startBspwm(Desk& desk) {
                    {toTheLeft, toTheRight}});
 }
 
+/// It takes over the names of the desktops that an earlier window manager left on the server.
 std::unique_ptr<Contestant> startHerbstluftwm(Desk& desk) {
   return std::make_unique<TilingManager>(
-      desk, Recipe{[](Desk& on) {
-                     const auto settings = on.session().home().write("config/herbstluftwm/autostart", "#!/bin/sh\n");
-                     std::filesystem::permissions(settings, std::filesystem::perms::owner_all);
-                     auto programs = started(on, {{"herbstluftwm", "-c", settings.string()}});
-                     for (const std::string command :
-                          {"set default_frame_layout horizontal", "rename default 1", "add 2", "add 3", "set_layout horizontal",
-                           "keybind Mod1-Shift-bracketleft shift left", "keybind Mod1-Shift-bracketright shift right",
-                           "keybind Mod1-1 use 1", "keybind Mod1-2 use 2", "keybind Mod1-3 use 3"}) {
-                       std::vector<std::string> words = {"herbstclient"};
-                       std::istringstream text(command);
-                       for (std::string word; text >> word;) words.push_back(word);
-                       runUntilItSucceeds(on, words);
-                     }
-                     return programs;
-                   },
-                   {toTheRight, toTheLeft}});
+      desk,
+      Recipe{[](Desk& on) {
+               const auto settings = on.session().home().write("config/herbstluftwm/autostart", "#!/bin/sh\n");
+               std::filesystem::permissions(settings, std::filesystem::perms::owner_all);
+               auto programs = started(on, {{"herbstluftwm", "-c", settings.string()}});
+               for (const std::string command :
+                    {"add 1", "add 2", "add 3", "use 3", "set_layout horizontal", "use 2", "set_layout horizontal", "use 1",
+                     "set_layout horizontal", "keybind Mod1-Shift-bracketleft shift left", "keybind Mod1-Shift-bracketright shift right",
+                     "keybind Mod1-1 use 1", "keybind Mod1-2 use 2", "keybind Mod1-3 use 3"}) {
+                 std::vector<std::string> words = {"herbstclient"};
+                 std::istringstream text(command);
+                 for (std::string word; text >> word;) words.push_back(word);
+                 runUntilItSucceeds(on, words);
+               }
+               return programs;
+             },
+             {toTheRight, toTheLeft}});
 }
 
 /// Its keys are part of the program: Alt+Return makes the second window of the stack the first.

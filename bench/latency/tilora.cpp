@@ -15,6 +15,7 @@ class Tilora : public Contestant {
     desk_.session().home().write("config/tilora/consent.json", R"({"Tilora.Consent":{"type":"bool","value":true}})");
     std::filesystem::remove(desk_.session().home().path() / "config/tilora/settings.json");
     activate(0);
+    desk_.expectFree(tiloraKeys);
     process_ = desk_.session().start({program.string()});
     expectShown({0});
   }
