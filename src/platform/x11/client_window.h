@@ -89,8 +89,6 @@ struct PendingFrame {
   std::optional<Size> size;
   /// The visible frame that was requested last, within the window's own limits; root coordinates.
   std::optional<PixelRect> requested;
-  /// Whether the size was part of it.
-  bool resized = false;
   /// Whether the window manager took the request for one to be fullscreen, since it covered a monitor.
   bool tookFullscreen = false;
   /// The decorations and shadow that the request reckoned with.

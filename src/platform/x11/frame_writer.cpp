@@ -98,12 +98,12 @@ bool FrameWriter::write(ClientWindow& window, Clock::time_point now) {
       frame.requested = visible;
       return false;
     }
-    request(window, visible, resize, now);
+    request(window, visible, now);
     return true;
   }
   if (!shouldRequest(frame, current, now)) return false;
   learnDrift(window);
-  request(window, visible, resize, now);
+  request(window, visible, now);
   return true;
 }
 
@@ -135,19 +135,18 @@ void FrameWriter::changed(ClientWindow& window, Clock::time_point now) {
   const bool reckonedOtherwise = frame.decoration != window.decoration || frame.shadow != window.shadow;
   if (!reckonedOtherwise || !recent || window.states.maximized() || frame.attempts > mostAttempts) return;
   if (window.visible() == *frame.requested) return;
-  request(window, *frame.requested, frame.resized, now);
+  request(window, *frame.requested, now);
 }
 
-void FrameWriter::request(ClientWindow& window, const PixelRect& visible, bool resize, Clock::time_point now) {
+void FrameWriter::request(ClientWindow& window, const PixelRect& visible, Clock::time_point now) {
   PendingFrame& frame = window.frame;
   if (window.states.maximized()) requestUnmaximize(connection_, window.id);
   if (window.states.fullscreen) requestNotFullscreen(connection_, window.id);
   PixelRect client = clientRect(visible, window.decoration, window.shadow);
   client.x -= frame.driftX;
   client.y -= frame.driftY;
-  requestFrame(connection_, window.id, client, resize);
+  requestFrame(connection_, window.id, client);
   frame.requested = visible;
-  frame.resized = resize;
   frame.decoration = window.decoration;
   frame.shadow = window.shadow;
   frame.answered = false;

@@ -33,7 +33,7 @@ class FrameWriter {
   PixelRect area(const PixelRect& wanted) const;
   bool coversAMonitor(const PixelRect& visible) const;
   bool shouldRequest(PendingFrame& frame, const PixelRect& visible, Clock::time_point now) const;
-  void request(ClientWindow& window, const PixelRect& visible, bool resize, Clock::time_point now);
+  void request(ClientWindow& window, const PixelRect& visible, Clock::time_point now);
 
   Connection& connection_;
   const ScreenLayout& layout_;

@@ -27,10 +27,10 @@ void requestWithoutStates(Connection& connection, xcb_window_t window, xcb_atom_
 
 }  // namespace
 
-void requestFrame(Connection& connection, xcb_window_t window, const PixelRect& client, bool resize) {
+void requestFrame(Connection& connection, xcb_window_t window, const PixelRect& client) {
   constexpr std::uint32_t positionGiven = 3U << 8;
   constexpr std::uint32_t sizeGiven = 3U << 10;
-  const std::uint32_t flags = XCB_GRAVITY_STATIC | positionGiven | (resize ? sizeGiven : 0) | (sourcePager << 12);
+  const std::uint32_t flags = XCB_GRAVITY_STATIC | positionGiven | sizeGiven | (sourcePager << 12);
   sendToRoot(connection, window, connection.atoms()._NET_MOVERESIZE_WINDOW,
              {flags, static_cast<std::uint32_t>(client.x), static_cast<std::uint32_t>(client.y), static_cast<std::uint32_t>(client.width),
               static_cast<std::uint32_t>(client.height)});

@@ -10,9 +10,9 @@
 
 namespace tilora::x11 {
 
-/// _NET_MOVERESIZE_WINDOW with StaticGravity: `client` is the client window's own area in root coordinates, whatever surrounds it. Without
-/// `resize` just the position is asked for.
-void requestFrame(Connection& connection, xcb_window_t window, const PixelRect& client, bool resize);
+/// _NET_MOVERESIZE_WINDOW with StaticGravity: `client` is the client window's own area in root coordinates, whatever surrounds it. A window
+/// that is just moved is given the size that it has: Fluxbox makes one up where none is given.
+void requestFrame(Connection& connection, xcb_window_t window, const PixelRect& client);
 
 /// Takes both maximised states away (_NET_WM_STATE).
 void requestUnmaximize(Connection& connection, xcb_window_t window);
