@@ -11,7 +11,7 @@ files=$(find . -name '*.h' -o -name '*.cpp' -o -name '*.mm' | sort)
 awk '
   function folderOf(path) {
     sub(/^\.\//, "", path)
-    if (path ~ /^platform\/[^\/]+\//) { match(path, /^platform\/[^\/]+/); return substr(path, 1, RLENGTH) }
+    if (match(path, /^(platform|updater)\/[^\/]+\//)) return substr(path, 1, RLENGTH - 1)
     if (match(path, /^[^\/]+\//) == 0) return ""
     return substr(path, 1, RLENGTH - 1)
   }
@@ -26,11 +26,11 @@ awk '
     foreign = "<(Q[A-Z]|Qt|xcb|xkbcommon|X11/|CoreFoundation|CoreGraphics|ApplicationServices|AppKit|Carbon|Cocoa|Foundation|" \
               "ServiceManagement|objc|unistd\\.h|sys/|windows\\.h)"
   }
-  FNR == 1 { folder = folderOf(FILENAME); system_ = folder ~ /^platform\/./ && folder != "platform/simulated" }
+  FNR == 1 { folder = folderOf(FILENAME); system_ = folder ~ /\/./ && folder != "platform/simulated" }
   /^[ \t]*#[ \t]*(include|import)[ \t]*"/ && folder != "app" {
     split($0, parts, "\"")
     used = folderOf(parts[2])
-    if (folder ~ /^platform\/./) allowed = used == folder || used == "platform"
+    if (folder ~ /\/./) allowed = used == folder || used == substr(folder, 1, index(folder, "/") - 1)
     else allowed = used != "" && index(mayUse[folder], " " used " ") > 0
     if (!allowed) complain(folder " may not include \"" parts[2] "\"")
   }
