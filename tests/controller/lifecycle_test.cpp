@@ -10,7 +10,7 @@
 namespace tilora {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 using simulated::HotKeyRegistered;
 using simulated::HotKeyUnregistered;
 using simulated::moved;

@@ -11,7 +11,7 @@
 namespace tilora {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 using simulated::moved;
 using simulated::resized;
 using test::Session;

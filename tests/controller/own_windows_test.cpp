@@ -7,7 +7,7 @@
 namespace tilora {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 using simulated::SelfActivated;
 using simulated::SimulatedOwnWindow;
 using test::Session;

@@ -12,7 +12,7 @@
 namespace tilora {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 using test::placementPreferencesKey;
 using test::Session;
 using test::shortcutBindingsKey;

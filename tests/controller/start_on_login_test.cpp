@@ -8,7 +8,7 @@
 namespace tilora {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 using simulated::LoginItemRegistered;
 using simulated::LoginItemTraits;
 using simulated::LoginItemUnregistered;
