@@ -13,8 +13,6 @@ namespace {
 constexpr std::uint32_t longestClientList = 65536;
 /// How long windows stay known after a window manager is lost, while its successor has not listed them yet.
 constexpr auto retention = std::chrono::seconds(3);
-/// How long it may take until the manager tells that a window which was just shown has the focus.
-constexpr auto settlingTime = std::chrono::milliseconds(300);
 /// Each round of reads can bring events that make more reads necessary; after so many the rest waits for the next turn.
 constexpr int mostRounds = 8;
 
@@ -275,7 +273,7 @@ ClientWindowRef ClientModel::adopt(xcb_window_t id) {
   xcb_change_window_attributes(connection_.xcb(), id, XCB_CW_EVENT_MASK, &mask);
   window->stale.set();
   stale_.push_back(window);
-  if (hasList_) letSettle(*window);
+  if (hasList_) changes_.shown.push_back(window);
   changes_.appeared.push_back(window);
   return window;
 }
@@ -330,11 +328,9 @@ void ClientModel::collectProperty(const ClientWindowRef& window, const PropertyF
   const bool wasHidden = window->states.hidden;
   field.read(*window, property, connection_.atoms());
   changes_.struts |= hadStrut || window->strut || window->strutPartial;
-  if (wasHidden && !window->states.hidden && window->iconRequest != IconRequest::restore) letSettle(*window);
+  if (wasHidden && !window->states.hidden && window->iconRequest != IconRequest::restore) changes_.shown.push_back(window);
   fetched(window, field.field);
 }
-
-void ClientModel::letSettle(ClientWindow& window) { window.settlesAt = std::chrono::steady_clock::now() + settlingTime; }
 
 void ClientModel::collectSize(const ClientWindowRef& window, xcb_get_geometry_cookie_t cookie) {
   xcb_generic_error_t* error = nullptr;

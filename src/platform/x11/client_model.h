@@ -46,6 +46,8 @@ struct ModelChanges {
   bool support = false;
   /// Windows that were listed for the first time.
   std::vector<ClientWindowRef> appeared;
+  /// Windows that somebody else has just shown: new ones, those of the first list left out, and ones brought back.
+  std::vector<ClientWindowRef> shown;
   /// Windows whose iconic state or frame changed.
   std::vector<ClientWindowRef> touched;
 
@@ -109,7 +111,6 @@ class ClientModel {
   void drop(const ClientWindowRef& window);
   bool isRetained(const ClientWindow& window) const;
   void touch(const ClientWindowRef& window);
-  static void letSettle(ClientWindow& window);
 
   Connection& connection_;
   std::array<PropertyField, propertyFieldCount> properties_;

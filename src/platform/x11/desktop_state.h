@@ -14,6 +14,7 @@
 #include "platform/x11/focus_keeper.h"
 #include "platform/x11/frame_writer.h"
 #include "platform/x11/hide_writer.h"
+#include "platform/x11/manager_barrier.h"
 #include "platform/x11/monitors.h"
 #include "platform/x11/server_clock.h"
 #include "platform/x11/window_changes.h"
@@ -28,6 +29,7 @@ class DesktopState {
   Connection& connection;
   EventQueue events;
   ServerClock clock;
+  ManagerBarrier barrier;
   ClientModel model;
   ScreenLayout layout;
   FocusKeeper focus;

@@ -16,9 +16,9 @@ constexpr auto longestWatch = std::chrono::milliseconds(1500);
 
 }  // namespace
 
-FocusKeeper::FocusKeeper(Connection& connection, const ClientModel& model, MainQueue& mainQueue, ServerClock& clock, xcb_window_t helper,
-                         std::function<void()> changed)
-    : connection_(connection), model_(model), mainQueue_(mainQueue), clock_(clock), helper_(helper), changed_(std::move(changed)) {}
+FocusKeeper::FocusKeeper(Connection& connection, const ClientModel& model, MainQueue& mainQueue, ServerClock& clock,
+                         ManagerBarrier& barrier, std::function<void()> changed)
+    : connection_(connection), model_(model), mainQueue_(mainQueue), clock_(clock), barrier_(barrier), changed_(std::move(changed)) {}
 
 FocusKeeper::~FocusKeeper() {
   if (hold_) end();
@@ -61,7 +61,7 @@ void FocusKeeper::askBack() {
   hold_->askedBack = true;
   if (hold_->anchor == XCB_WINDOW_NONE) hold_->anchor = hold_->restored.back()->id;
   requestActivation(connection_, hold_->anchor, clock_.now());
-  requestFrameExtents(connection_, helper_);
+  hold_->question = barrier_.ask();
   connection_.flush();
 }
 
@@ -89,17 +89,12 @@ bool FocusKeeper::update() {
   }
   if (hold_) {
     if (hold_->sent && !hold_->askedBack && hasArrived(active)) askBack();
+    if (hold_->askedBack && hold_->managerAnswers && barrier_.isAnswered(hold_->question)) releaseKeyboard();
     const bool isBack = hold_->askedBack && active == hold_->anchor;
     if (!isBack || (hold_->keyboardIsHeld && hold_->managerAnswers)) return false;
     end();
   }
   return std::exchange(reported_, active) != active;
-}
-
-void FocusKeeper::handleEvent(const xcb_generic_event_t& event) {
-  if (!hold_ || !hold_->askedBack || !hold_->managerAnswers || (event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
-  const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-  if (change.window == helper_ && change.atom == connection_.atoms()._NET_FRAME_EXTENTS) releaseKeyboard();
 }
 
 void FocusKeeper::releaseKeyboard() {

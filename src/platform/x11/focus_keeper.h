@@ -13,6 +13,7 @@
 #include "platform/main_queue.h"
 #include "platform/x11/client_model.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/manager_barrier.h"
 #include "platform/x11/server_clock.h"
 #include "platform/x11/window_manager_traits.h"
 
@@ -25,7 +26,7 @@ class FocusKeeper {
  public:
   /// `helper` is a window of ours that a window manager would decorate, and whose property changes are selected. `changed` is called when
   /// the reported window changed other than in `update`.
-  FocusKeeper(Connection& connection, const ClientModel& model, MainQueue& mainQueue, ServerClock& clock, xcb_window_t helper,
+  FocusKeeper(Connection& connection, const ClientModel& model, MainQueue& mainQueue, ServerClock& clock, ManagerBarrier& barrier,
               std::function<void()> changed);
   FocusKeeper(const FocusKeeper&) = delete;
   FocusKeeper& operator=(const FocusKeeper&) = delete;
@@ -39,13 +40,12 @@ class FocusKeeper {
   /// To be called before the requests that bring `restored` back, of which there is at least one. Holds the keyboard where they move the
   /// focus.
   void hold(const std::vector<ClientWindowRef>& restored, const WindowManagerTraits& traits);
-  /// To be called after those requests. Once the focus has arrived at the last of those restored it is given back to the window that had it;
-  /// where there is none, it stays: some managers ignore a request for the focus while they have not noticed that it was moved.
+  /// To be called after those requests. Once the focus has arrived at the last of those restored it is given back to the window that had
+  /// it; where there is none, it stays: some managers ignore a request for the focus while they have not noticed that it was moved.
   void giveBack(const WindowManagerTraits& traits);
 
   /// To be called after the model was refreshed. True: the reported window changed.
   bool update();
-  void handleEvent(const xcb_generic_event_t& event);
 
  private:
   /// One stretch of time in which windows are brought back.
@@ -59,8 +59,9 @@ class FocusKeeper {
     bool sent = false;
     /// Whether the focus was asked back.
     bool askedBack = false;
-    /// Whether the manager tells when it is done.
+    /// Whether the manager tells when it is done, and the question that it answers then.
     bool managerAnswers = false;
+    std::uint64_t question = 0;
   };
 
   /// A window that the user chose while the focus was already asked back for another one: the manager may do that afterwards.
@@ -85,7 +86,7 @@ class FocusKeeper {
   const ClientModel& model_;
   MainQueue& mainQueue_;
   ServerClock& clock_;
-  xcb_window_t helper_;
+  ManagerBarrier& barrier_;
   std::function<void()> changed_;
   xcb_window_t reported_ = XCB_WINDOW_NONE;
   std::optional<Hold> hold_;

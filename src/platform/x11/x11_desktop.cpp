@@ -4,6 +4,7 @@
 #include <xcb/randr.h>
 
 #include <algorithm>
+#include <deque>
 #include <utility>
 
 #include "platform/x11/clean_end.h"
@@ -23,6 +24,11 @@ constexpr int mostRounds = 16;
 /// When a request without an effect is looked at again, and when a new window manager is believed.
 constexpr auto reviewTime = std::chrono::milliseconds(1050);
 constexpr auto managerReviewTime = std::chrono::milliseconds(3100);
+/// How long a window that was just shown waits until it is known whether it has the focus: after the manager has dealt with it, where the
+/// manager cannot be asked, and at most.
+constexpr auto settlingAnswered = std::chrono::milliseconds(100);
+constexpr auto settlingUnasked = std::chrono::milliseconds(300);
+constexpr auto longestSettling = std::chrono::milliseconds(1500);
 
 }  // namespace
 
@@ -69,6 +75,13 @@ class X11Desktop::Parts {
   Instance& instance_;
   MainQueue& mainQueue_;
   HelperWindow helper_;
+
+  /// Windows that were shown together, and the question after them.
+  struct Settling {
+    std::vector<ClientWindowRef> windows;
+    std::uint64_t question = 0;
+  };
+  std::deque<Settling> settling_;
   bool screensAreStale_ = false;
   bool reviewIsDue_ = false;
   std::uint64_t lastFocusSerial_ = 0;
@@ -102,7 +115,7 @@ class X11Desktop::Parts {
     const bool isRoot =
         type == XCB_CONFIGURE_NOTIFY && reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root();
     screensAreStale_ |= isRandr || isRoot;
-    state.focus.handleEvent(event);
+    state.barrier.handleEvent(event);
     state.model.handleEvent(event);
   }
 
@@ -136,6 +149,7 @@ class X11Desktop::Parts {
     if (changes.windowManager) windowManagerChanged();
     if (changes.windowManager || changes.support) trust.supportChanged();
     settleWindows(changes);
+    followShown(changes.shown);
     bool screensChanged = false;
     if (std::exchange(screensAreStale_, false) || changes.struts || changes.desktop) screensChanged = state.updateScreens();
     const bool focusChanged = state.focus.update();
@@ -166,10 +180,29 @@ class X11Desktop::Parts {
     }
   }
 
+  /// A window that was just shown may have the focus by now, which the manager tells later.
+  void followShown(const std::vector<ClientWindowRef>& shown) {
+    const auto now = std::chrono::steady_clock::now();
+    if (!shown.empty()) {
+      const bool answers = traitsOf(state.model.facts().windowManagerName).answersFrameExtents &&
+                           state.model.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
+      for (const auto& window : shown) window->settlesAt = now + (answers ? longestSettling : settlingUnasked);
+      stampFocus();
+      if (answers) settling_.push_back({shown, state.barrier.ask()});
+      connection_.flush();
+    }
+    while (!settling_.empty() && state.barrier.isAnswered(settling_.front().question)) {
+      for (const auto& window : settling_.front().windows) window->settlesAt = std::min(window->settlesAt, now + settlingAnswered);
+      settling_.pop_front();
+    }
+  }
+
   void windowManagerChanged() {
+    state.barrier.forgetQuestions();
     for (const auto& window : state.model.windows()) {
       HideWriter::forgetRequests(*window);
       window->frame = {};
+      state.model.reread(*window);
     }
     scheduleReview(managerReviewTime);
   }
@@ -196,16 +229,16 @@ class X11Desktop::Parts {
     mainQueue_.postAfter(delay, [this, alive, delay] {
       if (alive.expired()) return;
       if (delay == reviewTime) reviewIsDue_ = false;
-      review();
+      review(delay == managerReviewTime);
     });
   }
 
-  /// Looks at every window of which something was asked a moment ago.
-  void review() {
+  /// Looks at every window of which something was asked a moment ago. A new window manager has dealt with all of them.
+  void review(bool managerIsNew) {
     bool open = false;
     const auto now = std::chrono::steady_clock::now();
     for (const auto& window : state.model.windows()) {
-      if (now - window->frame.sentAt < 2 * reviewTime) state.model.reread(*window);
+      if (managerIsNew || now - window->frame.sentAt < 2 * reviewTime) state.model.reread(*window);
       if (state.model.isSettled()) state.hides.settle(*window);
       if (state.hides.expire(*window) && HideWriter::isToBeRestored(*window)) state.changes.written(window);
       open |= window->iconRequest != IconRequest::none;
