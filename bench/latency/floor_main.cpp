@@ -21,7 +21,7 @@ struct Request {
 };
 
 void send(Connection& connection, const Request& request, xcb_timestamp_t time) {
-  if (request.kind == "frame") requestFrame(connection, request.window, request.client, true);
+  if (request.kind == "frame") requestFrame(connection, request.window, request.client);
   if (request.kind == "map") xcb_map_window(connection.xcb(), request.window);
   if (request.kind == "activate") requestActivation(connection, request.window, time);
   if (request.kind == "hide") requestIconify(connection, request.window);
