@@ -76,6 +76,7 @@ void ClientModel::rootPropertyChanged(xcb_atom_t atom) {
   for (const auto& property : rootProperties_) {
     if (property.atom == atom) staleRoot_.set(index(property.field));
   }
+  listIsFresh_ |= atom == connection_.atoms()._NET_CLIENT_LIST;
   if (atom == connection_.atoms()._NET_CURRENT_DESKTOP) staleRoot_.set(index(RootField::workArea));
 }
 
@@ -220,7 +221,10 @@ void ClientModel::readWindowManager(xcb_window_t candidate) {
 }
 
 void ClientModel::setWindowManager(xcb_window_t window, const std::string& name) {
-  if (facts_.windowManager != XCB_WINDOW_NONE) managerLostAt_ = std::chrono::steady_clock::now();
+  if (facts_.windowManager != XCB_WINDOW_NONE) {
+    managerLostAt_ = std::chrono::steady_clock::now();
+    listIsFresh_ = false;
+  }
   facts_.windowManager = window;
   facts_.windowManagerName = name;
   changes_.windowManager = true;
@@ -233,6 +237,11 @@ void ClientModel::setWindowManager(xcb_window_t window, const std::string& name)
 bool ClientModel::isSettled() const {
   if (facts_.windowManager == XCB_WINDOW_NONE) return false;
   return !managerLostAt_ || std::chrono::steady_clock::now() - *managerLostAt_ >= retention;
+}
+
+bool ClientModel::isReady() const {
+  if (facts_.windowManager == XCB_WINDOW_NONE) return false;
+  return (listIsFresh_ && listIsWhole_) || isSettled();
 }
 
 bool ClientModel::isRetained(const ClientWindow& window) const {
@@ -254,9 +263,11 @@ void ClientModel::readClientList(const std::vector<std::uint32_t>& ids) {
     if (std::find(ids.begin(), ids.end(), window->id) == ids.end()) missing.push_back(window);
   }
   windows_ = std::move(listed);
+  listIsWhole_ = true;
   for (const auto& window : missing) {
     if (isRetained(*window)) {
       windows_.push_back(window);
+      listIsWhole_ = false;
     } else {
       drop(window);
     }

@@ -73,6 +73,9 @@ class ClientModel {
 
   /// Whether a window manager is there and has had the time to say what it took over from the one before.
   bool isSettled() const;
+  /// Whether a window manager is there and manages the windows: one that takes over lists them only after a while, and does not hear what
+  /// is asked of them before.
+  bool isReady() const;
   const DesktopFacts& facts() const { return facts_; }
   /// The listed windows in the order of _NET_CLIENT_LIST.
   const std::vector<ClientWindowRef>& windows() const { return windows_; }
@@ -120,6 +123,9 @@ class ClientModel {
   std::vector<ClientWindowRef> windows_;
   std::unordered_map<xcb_window_t, ClientWindowRef> byId_;
   bool hasList_ = false;
+  /// Whether the present manager has listed its windows, and has left none out that the one before it had.
+  bool listIsFresh_ = true;
+  bool listIsWhole_ = true;
   std::vector<ClientWindowRef> stale_;
   ModelChanges changes_;
   std::optional<std::chrono::steady_clock::time_point> managerLostAt_;

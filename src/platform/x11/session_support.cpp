@@ -53,7 +53,7 @@ std::vector<std::string> missingSupport(const Connection& connection, const Desk
 X11Trust::X11Trust(const Connection& connection, const ClientModel& model, MainQueue& mainQueue, Consent& consent)
     : connection_(connection), model_(model), mainQueue_(mainQueue), consent_(consent), xwayland_(isXwayland(connection)) {}
 
-bool X11Trust::isProcessTrusted() { return consent_.isGiven() && missing().empty(); }
+bool X11Trust::isProcessTrusted() { return consent_.isGiven() && model_.isReady() && missing().empty(); }
 
 bool X11Trust::isProcessTrusted(bool prompt) {
   const bool trusted = isProcessTrusted();

@@ -84,6 +84,7 @@ class X11Desktop::Parts {
   std::deque<Settling> settling_;
   bool screensAreStale_ = false;
   bool reviewIsDue_ = false;
+  bool managerIsReady_ = false;
   std::uint64_t lastFocusSerial_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 
@@ -146,7 +147,9 @@ class X11Desktop::Parts {
   }
 
   void apply(const ModelChanges& changes) {
-    if (changes.windowManager) windowManagerChanged();
+    if (changes.windowManager) state.barrier.forgetQuestions();
+    const bool wasReady = std::exchange(managerIsReady_, state.model.isReady());
+    if (managerIsReady_ && !wasReady) windowManagerTookOver();
     if (changes.windowManager || changes.support) trust.supportChanged();
     settleWindows(changes);
     followShown(changes.shown);
@@ -197,8 +200,7 @@ class X11Desktop::Parts {
     }
   }
 
-  void windowManagerChanged() {
-    state.barrier.forgetQuestions();
+  void windowManagerTookOver() {
     for (const auto& window : state.model.windows()) {
       HideWriter::forgetRequests(*window);
       window->frame = {};
