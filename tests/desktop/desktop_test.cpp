@@ -39,6 +39,8 @@ ManagedProcess DesktopTest::runTilora(const Environment& additions) { return ses
 
 void DesktopTest::startTilora() {
   giveConsent();
+  // The server may still have to notice that an earlier one is gone.
+  ASSERT_TRUE(comesTrue([this] { return tiloraResource() == XCB_WINDOW_NONE; }));
   tilora.emplace(runTilora());
   ASSERT_TRUE(tap.waitUntil([this] {
     const xcb_window_t resource = tiloraResource();

@@ -35,6 +35,9 @@ class DesktopTest : public testing::TestWithParam<WindowManagerKind> {
   static constexpr std::uint8_t queryPointer = 38;
   static constexpr PixelRect wholeScreen = {0, 0, 1600, 900};
 
+  DesktopTest() = default;
+  /// On a server with outputs that can be plugged and unplugged.
+  explicit DesktopTest(const std::vector<PixelRect>& outputs) : server(outputs) {}
   void SetUp() override { startWindowManager(); }
   void TearDown() override;
 

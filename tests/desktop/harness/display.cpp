@@ -292,7 +292,18 @@ xcb_window_t Display::focusedWindow() {
 
 std::vector<xcb_window_t> Display::clientList() { return cardinals(root(), "_NET_CLIENT_LIST"); }
 
-std::vector<xcb_window_t> Display::stackingList() { return cardinals(root(), "_NET_CLIENT_LIST_STACKING"); }
+std::vector<xcb_window_t> Display::stackingOrder() {
+  std::map<xcb_window_t, xcb_window_t> clients;
+  for (const xcb_window_t window : clientList()) clients[outermost(window)] = window;
+  std::vector<xcb_window_t> order;
+  const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root()), nullptr));
+  if (!tree) return order;
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
+    if (const auto client = clients.find(children[index]); client != clients.end()) order.push_back(client->second);
+  }
+  return order;
+}
 
 std::vector<Monitor> Display::monitors() {
   std::vector<Monitor> result;

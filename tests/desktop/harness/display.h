@@ -96,7 +96,8 @@ class Display {
   xcb_window_t activeWindow();
   xcb_window_t focusedWindow();
   std::vector<xcb_window_t> clientList();
-  std::vector<xcb_window_t> stackingList();
+  /// The listed windows from bottom to top, as the server stacks their frames.
+  std::vector<xcb_window_t> stackingOrder();
   std::vector<Monitor> monitors();
   /// The part of `monitor` that the panels among the root's descendants leave free, and on the only monitor the window manager's own panel.
   PixelRect visibleFrame(const PixelRect& monitor);

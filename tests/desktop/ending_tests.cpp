@@ -1,0 +1,142 @@
+// Ends and starts: what Tilora hid is shown again at a clean end, found again after a crash, and one copy runs on a display.
+#include "desktop_test.h"
+
+namespace tilora::harness {
+namespace {
+
+class EndingTest : public DesktopTest {
+ protected:
+  void SetUp() override {
+    DesktopTest::SetUp();
+    display.sendRootMessage(display.root(), "_NET_NUMBER_OF_DESKTOPS", {4});
+  }
+
+  std::uint32_t desktopOf(xcb_window_t window) {
+    const std::vector<std::uint32_t> desktop = display.cardinals(window, "_NET_WM_DESKTOP");
+    return desktop.empty() ? 99 : desktop.front();
+  }
+
+  void endTilora(int signal) {
+    tilora->signal(signal);
+    const auto end = tilora->waitForEnd();
+    ASSERT_TRUE(end);
+    if (signal != SIGKILL) {
+      ASSERT_EQ(end->status, 0);
+    }
+  }
+};
+
+TEST_P(EndingTest, EverythingIsShownAgainWithItsStackingAndFocusWhenTiloraIsAskedToEnd) {
+  for (const int signal : {SIGTERM, SIGINT}) {
+    const App& first = open("first");
+    const App& second = open("second");
+    const App& third = open("third");
+    startTilora();
+    EXPECT_TRUE(isTiled(third.window, Place::full));
+    EXPECT_TRUE(isHidden(first.window));
+    EXPECT_TRUE(isHidden(second.window));
+    endTilora(signal);
+    EXPECT_TRUE(isShown(first.window));
+    EXPECT_TRUE(isShown(second.window));
+    EXPECT_TRUE(isShown(third.window));
+    EXPECT_TRUE(isActive(third.window));
+    EXPECT_TRUE(comesTrue([&] { return display.stackingOrder().back() == third.window; }));
+    EXPECT_FALSE(isMarked(first.window));
+    EXPECT_FALSE(isMarked(second.window));
+    apps.clear();
+    ASSERT_TRUE(comesTrue([&] { return display.clientList().empty(); }));
+  }
+}
+
+TEST_P(EndingTest, TheWindowsOfAnotherDesktopStayThereWhenTiloraEnds) {
+  const App& hidden = open("hidden");
+  const App& shown = open("shown");
+  startTilora();
+  EXPECT_TRUE(isTiled(shown.window, Place::full));
+  EXPECT_TRUE(isHidden(hidden.window));
+  display.showDesktop(1);
+  ASSERT_TRUE(comesTrue([&] { return display.currentDesktop() == 1; }));
+  const App& here = open("here");
+  EXPECT_TRUE(isTiled(here.window, Place::full));
+  endTilora(SIGTERM);
+  EXPECT_TRUE(comesTrue([&] { return display.currentDesktop() == 1; }));
+  EXPECT_TRUE(isActive(here.window));
+  EXPECT_EQ(desktopOf(hidden.window), 0U);
+  EXPECT_EQ(desktopOf(shown.window), 0U);
+  EXPECT_EQ(desktopOf(here.window), 1U);
+  display.showDesktop(0);
+  EXPECT_TRUE(isShown(hidden.window));
+  EXPECT_TRUE(isShown(shown.window));
+}
+
+TEST_P(EndingTest, WhatWasHiddenIsFoundAgainAfterACrash) {
+  const App& first = open("first");
+  const App& second = open("second");
+  startTilora();
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  endTilora(SIGKILL);
+  EXPECT_TRUE(isMarked(first.window));
+  EXPECT_TRUE(display.iconic(first.window));
+  startTilora();
+  activate(first.window);
+  EXPECT_TRUE(isTiled(first.window, Place::full));
+  EXPECT_TRUE(isHidden(second.window));
+  endTilora(SIGTERM);
+  EXPECT_TRUE(isShown(first.window));
+  EXPECT_TRUE(isShown(second.window));
+}
+
+TEST_P(EndingTest, WhatACrashedTiloraHidIsShownAtTheEndOfTheNextOne) {
+  const App& first = open("first");
+  const App& second = open("second");
+  startTilora();
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  endTilora(SIGKILL);
+  startTilora();
+  endTilora(SIGINT);
+  EXPECT_TRUE(isShown(first.window));
+  EXPECT_TRUE(isShown(second.window));
+  EXPECT_TRUE(isActive(second.window));
+}
+
+TEST_P(EndingTest, APartnerThatACrashHidComesBackBesideItsWindow) {
+  startTilora();
+  const Pair pair = openPair();
+  const App& third = open("third");
+  EXPECT_TRUE(isTiled(third.window, Place::full));
+  EXPECT_TRUE(isHidden(pair.left.window));
+  endTilora(SIGKILL);
+  startTilora();
+  activate(pair.right.window);
+  EXPECT_TRUE(isTiled(pair.right.window, Place::right));
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+  EXPECT_TRUE(isHidden(third.window));
+}
+
+TEST_P(EndingTest, ASecondCopyEndsAtOnceAndTheFirstOneGoesOn) {
+  const App& app = open("app");
+  startTilora();
+  EXPECT_TRUE(isTiled(app.window, Place::full));
+  ManagedProcess second = runTilora();
+  EXPECT_EQ(second.waitForEnd(), (ProcessEnd{.status = 0, .signal = {}}));
+  EXPECT_TRUE(tilora->running());
+  press(Place::left);
+  EXPECT_TRUE(isTiled(app.window, Place::left));
+}
+
+TEST_P(EndingTest, TiloraEndsWithTheServer) {
+  open("app");
+  startTilora();
+  server.process().signal(SIGKILL);
+  const auto end = tilora->waitForEnd();
+  ASSERT_TRUE(end);
+  EXPECT_EQ(end->status, 1);
+  tilora.reset();
+}
+
+INSTANTIATE_TEST_SUITE_P(On, EndingTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+
+}  // namespace
+}  // namespace tilora::harness

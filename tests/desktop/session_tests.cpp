@@ -1,0 +1,190 @@
+// The life of a session: virtual desktops, Show Desktop, window managers that come, go and are replaced.
+#include "desktop_test.h"
+
+namespace tilora::harness {
+namespace {
+
+class SessionTest : public DesktopTest {
+ protected:
+  void showDesktop(std::uint32_t desktop) {
+    display.showDesktop(desktop);
+    EXPECT_TRUE(comesTrue([&] { return display.currentDesktop() == desktop; }));
+  }
+
+  /// Puts another window manager in the place of the running one.
+  void replaceWindowManager(WindowManagerKind kind) {
+    // Fluxbox and JWM take no other's place, and leave theirs only when they end.
+    const bool takesPlace = kind != WindowManagerKind::fluxbox && kind != WindowManagerKind::jwm &&
+                            !runsOn({WindowManagerKind::fluxbox, WindowManagerKind::jwm});
+    if (!takesPlace) windowManager.reset();
+    next.emplace(kind, session, display, WindowManagerOptions{.replace = takesPlace});
+  }
+
+  /// The one after it in the list of all.
+  WindowManagerKind other() const {
+    for (std::size_t index = 0; index + 1 < allWindowManagers.size(); ++index) {
+      if (allWindowManagers.at(index) == GetParam()) return allWindowManagers.at(index + 1);
+    }
+    return allWindowManagers.front();
+  }
+
+  std::optional<WindowManager> next;
+};
+
+class VirtualDesktopTest : public SessionTest {
+ protected:
+  void SetUp() override {
+    SessionTest::SetUp();
+    display.sendRootMessage(display.root(), "_NET_NUMBER_OF_DESKTOPS", {4});
+    ASSERT_TRUE(comesTrue([&] { return display.cardinals(display.root(), "_NET_NUMBER_OF_DESKTOPS") == std::vector<std::uint32_t>{4}; }));
+  }
+};
+
+/// What there is of Show Desktop.
+class ShowDesktopTest : public SessionTest {
+ protected:
+  void showTheDesktop(bool show) {
+    display.sendRootMessage(display.root(), "_NET_SHOWING_DESKTOP", {show ? 1U : 0U});
+    EXPECT_TRUE(
+        comesTrue([&] { return display.cardinals(display.root(), "_NET_SHOWING_DESKTOP") == std::vector<std::uint32_t>{show ? 1U : 0U}; }));
+  }
+};
+
+TEST_P(VirtualDesktopTest, EachDesktopKeepsWhatItShows) {
+  startTilora();
+  const Pair pair = openPair();
+  showDesktop(1);
+  const App& here = open("here");
+  EXPECT_TRUE(isTiled(here.window, Place::full));
+  ASSERT_TRUE(passes(2));
+  EXPECT_FALSE(isMarked(pair.left.window));
+  EXPECT_FALSE(isMarked(pair.right.window));
+  press(Place::left);
+  EXPECT_TRUE(isTiled(here.window, Place::left));
+  showDesktop(0);
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+  EXPECT_TRUE(isTiled(pair.right.window, Place::right));
+  ASSERT_TRUE(passes(2));
+  EXPECT_FALSE(isMarked(here.window));
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+  showDesktop(1);
+  EXPECT_TRUE(isTiled(here.window, Place::left));
+}
+
+TEST_P(VirtualDesktopTest, AHiddenWindowStaysOnItsDesktopAndComesBackThere) {
+  const App& hidden = open("hidden");
+  const App& shown = open("shown");
+  startTilora();
+  EXPECT_TRUE(isTiled(shown.window, Place::full));
+  EXPECT_TRUE(isHidden(hidden.window));
+  showDesktop(1);
+  ASSERT_TRUE(passes(2));
+  EXPECT_TRUE(display.iconic(hidden.window));
+  EXPECT_EQ(display.cardinals(hidden.window, "_NET_WM_DESKTOP"), std::vector<std::uint32_t>{0});
+  showDesktop(0);
+  EXPECT_TRUE(isTiled(shown.window, Place::full));
+  EXPECT_TRUE(display.iconic(hidden.window));
+  activate(hidden.window);
+  EXPECT_TRUE(isTiled(hidden.window, Place::full));
+  EXPECT_TRUE(isHidden(shown.window));
+}
+
+TEST_P(ShowDesktopTest, NothingComesBackWhileTheDesktopIsShown) {
+  startTilora();
+  const Pair pair = openPair();
+  const App& third = open("third");
+  EXPECT_TRUE(isTiled(third.window, Place::full));
+  EXPECT_TRUE(isHidden(pair.left.window));
+  ASSERT_TRUE(passes());
+  showTheDesktop(true);
+  recordFromNow();
+  ASSERT_TRUE(passes(3));
+  for (const xcb_window_t window : {pair.left.window, pair.right.window, third.window}) {
+    EXPECT_EQ(count(window, WindowEvent::Kind::mapped), 0);
+  }
+  EXPECT_EQ(display.cardinals(display.root(), "_NET_SHOWING_DESKTOP"), std::vector<std::uint32_t>{1});
+  showTheDesktop(false);
+  EXPECT_TRUE(isTiled(third.window, Place::full));
+  activate(third.window);
+  EXPECT_TRUE(isHidden(pair.left.window));
+  EXPECT_TRUE(isHidden(pair.right.window));
+}
+
+TEST_P(SessionTest, TheWindowsStayTiledWhenTheWindowManagerIsReplacedByItself) {
+  startTilora();
+  const Pair pair = openPair();
+  const App& third = open("third");
+  EXPECT_TRUE(isTiled(third.window, Place::full));
+  EXPECT_TRUE(isHidden(pair.left.window));
+  replaceWindowManager(GetParam());
+  EXPECT_TRUE(isTiled(third.window, Place::full));
+  EXPECT_TRUE(isHidden(pair.left.window));
+  EXPECT_TRUE(isHidden(pair.right.window));
+  activate(pair.left.window);
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+  EXPECT_TRUE(isTiled(pair.right.window, Place::right));
+  EXPECT_TRUE(isHidden(third.window));
+}
+
+TEST_P(SessionTest, TheWindowsStayTiledWhenAnotherWindowManagerTakesOver) {
+  startTilora();
+  const Pair pair = openPair();
+  const App& third = open("third");
+  EXPECT_TRUE(isTiled(third.window, Place::full));
+  replaceWindowManager(other());
+  activate(third.window);
+  EXPECT_TRUE(isTiled(third.window, Place::full));
+  EXPECT_TRUE(isHidden(pair.left.window));
+  EXPECT_TRUE(isHidden(pair.right.window));
+  activate(pair.left.window);
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+  EXPECT_TRUE(isTiled(pair.right.window, Place::right));
+  EXPECT_TRUE(isHidden(third.window));
+  press(Place::full);
+  EXPECT_TRUE(isTiled(pair.left.window, Place::full));
+}
+
+TEST_P(SessionTest, TiloraGoesOnWhenTheWindowManagerCrashes) {
+  const App& first = open("first");
+  const App& second = open("second");
+  startTilora();
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  windowManager->process().signal(SIGKILL);
+  windowManager->process().waitForEnd();
+  windowManager.reset();
+  next.emplace(GetParam(), session, display);
+  activate(second.window);
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  activate(first.window);
+  EXPECT_TRUE(isTiled(first.window, Place::full));
+  EXPECT_TRUE(isHidden(second.window));
+}
+
+/// Without a window manager to begin with.
+class EarlyStartTest : public DesktopTest {
+ protected:
+  void SetUp() override {}
+};
+
+TEST_P(EarlyStartTest, TiloraThatIsStartedBeforeTheWindowManagerWaitsForIt) {
+  giveConsent();
+  tilora.emplace(runTilora());
+  ASSERT_TRUE(comesTrue([&] { return tiloraResource() != XCB_WINDOW_NONE; }));
+  startWindowManager();
+  const App& first = open("first");
+  const App& second = open("second");
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  press(Place::right);
+  EXPECT_TRUE(isTiled(second.window, Place::right));
+}
+
+INSTANTIATE_TEST_SUITE_P(On, SessionTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+INSTANTIATE_TEST_SUITE_P(On, VirtualDesktopTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+INSTANTIATE_TEST_SUITE_P(On, ShowDesktopTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+INSTANTIATE_TEST_SUITE_P(On, EarlyStartTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+
+}  // namespace
+}  // namespace tilora::harness
