@@ -87,20 +87,18 @@ harness::PixelRect EmbeddedDesktop::visibleArea() {
   return area;
 }
 
-xcb_window_t EmbeddedDesktop::newWindowOf(const std::string& className, const std::vector<xcb_window_t>& before) {
+xcb_window_t EmbeddedDesktop::activeWindowOf(const std::string& className) {
   const xcb_window_t active = display_.activeWindow();
-  if (active == XCB_WINDOW_NONE || std::find(before.begin(), before.end(), active) != before.end()) return XCB_WINDOW_NONE;
+  if (active == XCB_WINDOW_NONE || !display_.viewable(active)) return XCB_WINDOW_NONE;
   // WM_CLASS: the instance, a zero byte, the class, a zero byte.
-  const std::string names = display_.text(active, "WM_CLASS");
-  const bool matches = names.ends_with('\0' + className + '\0') && display_.viewable(active);
+  const bool matches = display_.text(active, "WM_CLASS").ends_with('\0' + className + '\0');
   return matches ? active : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 void EmbeddedDesktop::open(Program& program) {
-  const std::vector<xcb_window_t> before = display_.clientList();
   program.process = session_.start(program.command);
   const auto appears = [&] {
-    program.window = newWindowOf(program.className, before);
+    program.window = activeWindowOf(program.className);
     return program.window != XCB_WINDOW_NONE;
   };
   if (!waitUntil(appears, std::chrono::seconds(30))) throw Failure(program.name + " does not appear: " + program.process->output());
@@ -120,6 +118,11 @@ void EmbeddedDesktop::restart(Program& program) {
   if (display_.activeWindow() != program.window) throw Failure(program.name + " has not got the keyboard");
   keyboard_.chord({Key::leftAlt, Key::f4});
   if (!waitUntil([&] { return !program.process->running(); })) throw Failure(program.name + " does not end on Alt+F4");
+  const auto isGone = [&] {
+    const std::vector<xcb_window_t> list = display_.clientList();
+    return std::find(list.begin(), list.end(), program.window) == list.end();
+  };
+  if (!waitUntil(isGone)) throw Failure("the window manager keeps the window of " + program.name);
   open(program);
   const auto isProgram = [&](const Program& other) { return &other == &program; };
   programs_.splice(programs_.end(), programs_, std::find_if(programs_.begin(), programs_.end(), isProgram));
@@ -134,11 +137,11 @@ std::size_t EmbeddedDesktop::shownCount() {
                                                 [this](xcb_window_t child) { return display_.viewable(child); }));
 }
 
-void EmbeddedDesktop::pressAltTab(int steps) {
+void EmbeddedDesktop::pressAltTab() {
   // Openbox takes the keyboard when the list opens, and does not see a key that was let go before.
   const std::size_t before = shownCount();
   keyboard_.press(Key::leftAlt);
-  for (int step = 0; step < steps; ++step) keyboard_.tap(Key::tab);
+  keyboard_.tap(Key::tab);
   const bool isOpen = waitUntil([&] { return shownCount() > before; });
   keyboard_.release(Key::leftAlt);
   if (!isOpen) throw Failure("Alt+Tab opens no list of windows");

@@ -33,7 +33,7 @@ void endWaitsOnSignals();
 struct Program {
   /// In a sentence: "the terminal".
   std::string name;
-  /// The class in the WM_CLASS of its window, and the window itself.
+  /// The class in the WM_CLASS of its window, which no other program of the desktop has, and the window itself.
   std::string className;
   std::vector<std::string> command;
   std::optional<harness::ManagedProcess> process;
@@ -62,9 +62,8 @@ class EmbeddedDesktop {
   Program& start(std::string name, std::string className, std::vector<std::string> command);
   /// Closes the window from the keyboard, waits for the end of the program, and starts it again.
   void restart(Program& program);
-  /// Opens the window manager's list of windows with Alt+Tab, goes `steps` down in it, and lets Alt go. The hidden windows come last, the
-  /// one hidden longest first.
-  void pressAltTab(int steps);
+  /// Opens the window manager's list of windows with Alt+Tab, and lets Alt go: the next window in it becomes active, be it hidden.
+  void pressAltTab();
   /// Clicks a program's button in the taskbar.
   void clickInTaskbar(const Program& program);
   /// In the order of the taskbar.
@@ -82,8 +81,8 @@ class EmbeddedDesktop {
   void open(Program& program);
   /// How many of the root's children are shown.
   std::size_t shownCount();
-  /// The shown window of that class that has the keyboard and is not among `before`; none when there is none.
-  xcb_window_t newWindowOf(const std::string& className, const std::vector<xcb_window_t>& before);
+  /// The active window when it is one of that class and shown, else none.
+  xcb_window_t activeWindowOf(const std::string& className);
 
   harness::ServerProcess server_{2240, 800};
   harness::Session session_{server_.display()};

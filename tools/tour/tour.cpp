@@ -106,11 +106,25 @@ void Tour::makePair() {
 void Tour::exchangeSides() {
   press(Key::leftBracket);
   waitFor({{*gtkEditor_, Place::left}});
-  desktop_.pressAltTab(2);
+  switchTo(*terminal_);
   waitFor({{*terminal_, Place::left}});
   press(Key::rightBracket);
   expect("The editor goes left, Alt+Tab brings the terminal back, and it goes right: the pair has exchanged its sides", "exchanged",
          {{*terminal_, Place::right}, {*gtkEditor_, Place::left}});
+}
+
+void Tour::switchTo(const Program& wanted) {
+  harness::Display& display = desktop_.display();
+  const auto isAlone = [&] {
+    const auto isSeen = [&](const Program& program) { return display.viewable(program.window); };
+    return std::count_if(desktop_.programs().begin(), desktop_.programs().end(), isSeen) == 1;
+  };
+  for (std::size_t times = 0; times < desktop_.programs().size() && display.activeWindow() != wanted.window; ++times) {
+    const xcb_window_t before = display.activeWindow();
+    desktop_.pressAltTab();
+    const auto hasSwitched = [&] { return display.activeWindow() != before && display.activeWindow() != XCB_WINDOW_NONE && isAlone(); };
+    if (!desktop_.waitUntil(hasSwitched)) throw Failure("Alt+Tab does not switch to another window");
+  }
 }
 
 void Tour::fill() {

@@ -50,6 +50,8 @@ class Tour {
 
   void press(harness::Key key);
   void startTilora();
+  /// With Alt+Tab, as often as it takes, from a window that is shown alone to another one.
+  void switchTo(const Program& wanted);
   /// As window managers move a window: with Alt held and the first button pressed.
   void dragToSecondMonitor(const Program& program);
   /// Waits until exactly these windows of the current desktop are seen, where they must be, the first with the keyboard; takes the picture
