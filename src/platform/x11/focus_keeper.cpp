@@ -28,7 +28,8 @@ void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored, const Windo
   if (!hold_) {
     hold_ = Hold{};
     const auto anchor = model_.find(reported_);
-    if (anchor && !anchor->states.hidden && anchor->isOn(model_.facts().currentDesktop)) hold_->anchor = reported_;
+    // A manager may tell that a window has the focus before it tells that it is no longer iconic.
+    if (anchor && !anchor->marks.any() && anchor->isOn(model_.facts().currentDesktop)) hold_->anchor = reported_;
   }
   choice_.reset();
   hold_->restored.insert(hold_->restored.end(), restored.begin(), restored.end());
