@@ -1,11 +1,11 @@
 // Asking the user whether Tilora may control the windows of this desktop.
 #pragma once
 
-#include <QProcess>
-#include <QString>
 #include <functional>
 #include <string>
 #include <vector>
+
+#include "app/helper_program.h"
 
 namespace tilora::app {
 
@@ -13,20 +13,15 @@ namespace tilora::app {
 class ConsentRequest {
  public:
   ConsentRequest();
-  /// Asks with `program` instead of the dialog.
+  /// Asks with `program` instead of the dialog. The dialog goes off the screen with this object.
   explicit ConsentRequest(QString program);
-  ConsentRequest(const ConsentRequest&) = delete;
-  ConsentRequest& operator=(const ConsentRequest&) = delete;
-  /// Takes the dialog off the screen.
-  ~ConsentRequest();
 
   /// Asks, and later calls `answer` with true when the user chose to start; any other end of the dialog is a false. With `missing`, the
   /// dialog says instead what this session lacks, one sentence each, and the answer is false. Does nothing while the dialog is open.
   void ask(const std::vector<std::string>& missing, const std::function<void(bool)>& answer);
 
  private:
-  QString program_;
-  QProcess dialog_;
+  HelperProgram dialog_;
 };
 
 }  // namespace tilora::app

@@ -1,0 +1,43 @@
+// The texts are shown as they are, whatever tags they hold.
+#include "app/message_box_alert.h"
+
+#include <QPushButton>
+#include <utility>
+
+namespace tilora::app {
+namespace {
+
+QString verbatim(const std::string& text) { return QString::fromStdString(text).toHtmlEscaped(); }
+
+std::unique_ptr<QMessageBox> boxFor(const updater::UpdateAlert& alert) {
+  auto box = std::make_unique<QMessageBox>();
+  box->setWindowTitle(QStringLiteral("Tilora"));
+  box->setIcon(QMessageBox::Information);
+  box->setText(QStringLiteral("<b>%1</b>").arg(verbatim(alert.messageText)));
+  box->setInformativeText(QStringLiteral("<span>%1</span>").arg(verbatim(alert.informativeText)));
+  // One role for both: their order is the same on every desktop then.
+  auto* first = box->addButton(QString::fromStdString(alert.firstButton), QMessageBox::ActionRole);
+  auto* second = box->addButton(QString::fromStdString(alert.secondButton), QMessageBox::ActionRole);
+  box->setDefaultButton(first);
+  box->setEscapeButton(second);
+  box->setWindowModality(Qt::ApplicationModal);
+  box->setWindowFlag(Qt::WindowStaysOnTopHint);
+  return box;
+}
+
+}  // namespace
+
+void MessageBoxAlert::show(const updater::UpdateAlert& alert, std::function<void(updater::AlertAnswer)> done) {
+  box_ = boxFor(alert);
+  QObject::connect(box_.get(), &QMessageBox::finished, box_.get(), [this, done = std::move(done)] {
+    const bool isFirst = box_->clickedButton() == box_->defaultButton();
+    const auto then = done;
+    // This runs in a signal of the box; its connections, and `done` with them, go with it.
+    box_.release()->deleteLater();
+    then(isFirst ? updater::AlertAnswer::firstButton : updater::AlertAnswer::secondButton);
+  });
+  box_->show();
+  box_->raise();
+}
+
+}  // namespace tilora::app
