@@ -164,6 +164,16 @@ bool EmbeddedDesktop::waitUntil(const std::function<bool()>& holds, std::chrono:
   throw Interrupted();
 }
 
+bool EmbeddedDesktop::waitForPass() {
+  constexpr int queryPointer = 38;
+  const xcb_window_t tilora = display_.selectionOwner("_TILORA_INSTANCE");
+  const auto passes = [&] { return wireTap_.of(tilora).requests.at(queryPointer); };
+  display_.sync();
+  wireTap_.waitUntil([] { return true; });
+  const int before = passes();
+  return waitUntil([&] { return wireTap_.waitUntil([&] { return passes() > before; }, std::chrono::milliseconds(0)); });
+}
+
 void EmbeddedDesktop::takePicture(const std::filesystem::path& file) {
   // Programs paint when they get to it and tell nobody: two equal pictures in a row say that they are done.
   constexpr int mostPictures = 20;

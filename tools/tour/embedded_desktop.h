@@ -14,6 +14,7 @@
 #include "harness/server.h"
 #include "harness/session.h"
 #include "harness/window_manager.h"
+#include "harness/wire_tap.h"
 
 namespace tilora::tour {
 
@@ -69,6 +70,8 @@ class EmbeddedDesktop {
   /// In the order of the taskbar.
   const std::list<Program>& programs() const { return programs_; }
 
+  /// Waits until Tilora has looked at the pointer once more, as every pass of it does; false when it does not in time.
+  bool waitForPass();
   /// Waits until `holds`; false when it does not in time.
   bool waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds deadline = harness::defaultDeadline);
   /// Writes a picture of the monitors, once the programs have stopped painting.
@@ -87,6 +90,7 @@ class EmbeddedDesktop {
   harness::ServerProcess server_{2240, 800};
   harness::Session session_{server_.display()};
   harness::Display display_{server_.display()};
+  harness::WireTap wireTap_{server_.display()};
   harness::Keyboard keyboard_{display_};
   harness::PointerDevice pointer_{display_};
   std::optional<harness::WindowManager> windowManager_;

@@ -177,10 +177,11 @@ void Tour::dragToSecondMonitor(const Program& program) {
     const auto frame = display.frame(program.window);
     return frame && frame->x + frame->width / 2 > EmbeddedDesktop::secondMonitor.x;
   };
-  const bool followed = desktop_.waitUntil(follows);
+  // While the button is held, a pass leaves the window to the user.
+  const bool followed = desktop_.waitUntil(follows) && desktop_.waitForPass() && follows();
   desktop_.pointer().release();
   desktop_.keyboard().release(Key::leftAlt);
-  if (!followed) throw Failure(program.name + " does not follow the pointer");
+  if (!followed) throw Failure(program.name + " does not follow the pointer, or does not stay with it");
 }
 
 void Tour::switchDesktop() {
