@@ -48,10 +48,14 @@ void Desk::closeAll() {
   display_.sync();
 }
 
+void Desk::releaseModifiers(const Chord& chord) {
+  for (const auto key : std::vector(chord.held.rbegin(), chord.held.rend())) keyboard_.release(key);
+}
+
 void Desk::press(const Chord& chord) {
   for (const auto key : chord.held) keyboard_.press(key);
   keyboard_.tap(chord.key);
-  for (auto held = chord.held.rbegin(); held != chord.held.rend(); ++held) keyboard_.release(*held);
+  releaseModifiers(chord);
 }
 
 void Desk::expect(const std::string& what, const std::function<bool()>& holds) {
@@ -133,7 +137,7 @@ std::optional<Sample> Desk::measure(const Chord& chord, Action action) {
   if (display_.waitUntil(look, longestReaction)) waitUntilQuiet();
   look();
   keyboard_.release(chord.key);
-  for (auto held = chord.held.rbegin(); held != chord.held.rend(); ++held) keyboard_.release(*held);
+  releaseModifiers(chord);
   return sample;
 }
 

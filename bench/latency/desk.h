@@ -71,6 +71,7 @@ class Desk {
 
   /// Whether an event shows one of the windows changed; takes note of what it shows.
   bool isChange(const harness::WindowEvent& event, Action action);
+  void releaseModifiers(const Chord& chord);
   void prepareToWatch();
 
   harness::Display& display_;

@@ -31,6 +31,8 @@ class TilingManager : public Contestant {
     openPair();
   }
 
+  TilingManager(const TilingManager&) = delete;
+  TilingManager& operator=(const TilingManager&) = delete;
   ~TilingManager() override {
     desk_.closeAll();
     while (!programs_.empty()) programs_.pop_back();
@@ -71,6 +73,7 @@ class TilingManager : public Contestant {
 
 std::vector<harness::ManagedProcess> started(Desk& desk, std::vector<std::vector<std::string>> commands) {
   std::vector<harness::ManagedProcess> programs;
+  programs.reserve(commands.size());
   for (auto& command : commands) programs.push_back(desk.session().start(std::move(command), {{"SHELL", "/bin/sh"}}));
   return programs;
 }

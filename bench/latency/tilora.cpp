@@ -20,6 +20,8 @@ class Tilora : public Contestant {
     expectShown({0});
   }
 
+  Tilora(const Tilora&) = delete;
+  Tilora& operator=(const Tilora&) = delete;
   ~Tilora() override {
     process_->signal(SIGTERM);
     process_->waitForEnd();
