@@ -82,6 +82,8 @@ class X11Desktop::Parts {
     std::uint64_t question = 0;
   };
   std::deque<Settling> settling_;
+  bool isTakingKey_ = false;
+  std::deque<xcb_key_press_event_t> laterKeys_;
   bool screensAreStale_ = false;
   bool reviewIsDue_ = false;
   bool managerIsReady_ = false;
@@ -109,6 +111,10 @@ class X11Desktop::Parts {
   void take(const xcb_generic_event_t& event) {
     const std::uint8_t type = event.response_type & 0x7F;
     if (type == 0) return;  // an error: the window it was about is gone
+    if (isTakingKey_ && (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE)) {
+      laterKeys_.push_back(reinterpret_cast<const xcb_key_press_event_t&>(event));
+      return;
+    }
     if (type == XCB_KEY_PRESS) return takeKey(event);
     if (instance_.handleEvent(event) || hotKeys.handleEvent(event)) return;
     const std::uint8_t randr = connection_.extensions().randrFirstEvent;
@@ -120,15 +126,22 @@ class X11Desktop::Parts {
     state.model.handleEvent(event);
   }
 
-  /// A command works on the desktop as it is at this moment, and leaves at once.
+  /// A command works on the desktop as it is at this moment, and leaves at once. Keys that arrive meanwhile come after it.
   void takeKey(const xcb_generic_event_t& event) {
     const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
+    isTakingKey_ = true;
     settle();
     state.clock.setTimeOfTurn(key.time);
     pointer.setKnownState(key.state);
     hotKeys.handleEvent(event);
     pointer.setKnownState(std::nullopt);
     commit();
+    isTakingKey_ = false;
+    while (!laterKeys_.empty()) {
+      const xcb_key_press_event_t later = laterKeys_.front();
+      laterKeys_.pop_front();
+      take(reinterpret_cast<const xcb_generic_event_t&>(later));
+    }
   }
 
   void commit() {
