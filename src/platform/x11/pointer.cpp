@@ -1,6 +1,8 @@
 // Querying the pointer.
 #include "platform/x11/pointer.h"
 
+#include <utility>
+
 #include "platform/x11/hot_keys.h"
 #include "platform/x11/reply.h"
 
@@ -15,13 +17,18 @@ std::optional<std::uint16_t> X11Pointer::state() const {
 }
 
 std::uint64_t X11Pointer::pressedButtons() {
-  const auto known = state();
-  if (!known) return 0;
+  const auto mask = state();
+  const std::uint64_t buttons = mask ? buttonsOf(*mask) : 0;
+  if (knownState_) return buttons;
+  const std::uint64_t held = std::exchange(held_, buttons);
+  return buttons == 0 && mask ? held : buttons;
+}
+
+std::uint64_t X11Pointer::buttonsOf(unsigned mask) const {
   constexpr std::uint64_t primary = 1;
   constexpr std::uint64_t secondary = 2;
   constexpr std::uint64_t middle = 4;
   // Buttons are logical: the server has already applied a left-handed mapping.
-  const unsigned mask = *known;
   const unsigned movers = unsigned{hotKeys_.keymap().alt()} | hotKeys_.keymap().super();
   std::uint64_t buttons = 0;
   if ((mask & XCB_BUTTON_MASK_1) != 0) buttons |= primary;
