@@ -101,7 +101,9 @@ void EmbeddedDesktop::open(Program& program) {
     program.window = activeWindowOf(program.className);
     return program.window != XCB_WINDOW_NONE;
   };
-  if (!waitUntil(appears, std::chrono::seconds(30))) throw Failure(program.name + " does not appear: " + program.process->output());
+  if (!waitUntil(appears, std::chrono::seconds(30))) {
+    throw Failure(program.name + (program.process->running() ? " does not appear: " : " has ended: ") + program.process->output());
+  }
   display_.watch(program.window);
 }
 
@@ -114,7 +116,7 @@ Program& EmbeddedDesktop::start(std::string name, std::string className, std::ve
   return program;
 }
 
-void EmbeddedDesktop::restart(Program& program) {
+void EmbeddedDesktop::close(Program& program) {
   if (display_.activeWindow() != program.window) throw Failure(program.name + " has not got the keyboard");
   keyboard_.chord({Key::leftAlt, Key::f4});
   if (!waitUntil([&] { return !program.process->running(); })) throw Failure(program.name + " does not end on Alt+F4");
@@ -123,6 +125,9 @@ void EmbeddedDesktop::restart(Program& program) {
     return std::find(list.begin(), list.end(), program.window) == list.end();
   };
   if (!waitUntil(isGone)) throw Failure("the window manager keeps the window of " + program.name);
+}
+
+void EmbeddedDesktop::startAgain(Program& program) {
   open(program);
   const auto isProgram = [&](const Program& other) { return &other == &program; };
   programs_.splice(programs_.end(), programs_, std::find_if(programs_.begin(), programs_.end(), isProgram));

@@ -61,8 +61,10 @@ class EmbeddedDesktop {
 
   /// Starts a program and waits until its window is there and has the keyboard. The program stays at its address.
   Program& start(std::string name, std::string className, std::vector<std::string> command);
-  /// Closes the window from the keyboard, waits for the end of the program, and starts it again.
-  void restart(Program& program);
+  /// Closes the active window, that of `program`, from the keyboard, and waits for the end of the program.
+  void close(Program& program);
+  /// Starts a program again that has ended.
+  void startAgain(Program& program);
   /// Opens the window manager's list of windows with Alt+Tab, and lets Alt go: the next window in it becomes active, be it hidden.
   void pressAltTab();
   /// Clicks a program's button in the taskbar.

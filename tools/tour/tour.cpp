@@ -140,8 +140,11 @@ void Tour::floatWindow() {
 void Tour::restartProgram() {
   desktop_.clickInTaskbar(*gtkEditor_);
   waitFor({{*gtkEditor_, Place::left}});
-  desktop_.restart(*gtkEditor_);
-  expect("The GTK editor is closed and started again: its place is remembered", "remembered", {{*gtkEditor_, Place::left}});
+  desktop_.close(*gtkEditor_);
+  waitFor({{*terminal_, Place::floating}});
+  desktop_.startAgain(*gtkEditor_);
+  expect("The GTK editor is closed, the terminal comes back; it is started again, and its place is remembered", "remembered",
+         {{*gtkEditor_, Place::left}});
 }
 
 void Tour::restartTilora() {
