@@ -1,12 +1,10 @@
 // The resident process on the desktop of this session. Each system has its own; the build picks it.
 #pragma once
 
-#include <QCoreApplication>
-
 namespace tilora::app {
 
 /// Runs Tilora until it is asked to end, and answers the exit status: 0 after a clean end and when a copy runs already, 1 when there is no
-/// desktop or it went away. To be called once, before the event loop of `application` runs.
-int runProgram(QCoreApplication& application);
+/// desktop or it went away. To be called once, with the arguments of `main`.
+int runProgram(int argc, char** argv);
 
 }  // namespace tilora::app

@@ -14,8 +14,10 @@ bool StoredConsent::isGiven() { return store_.boolValue(consentKey); }
 
 void StoredConsent::ask(const std::vector<std::string>& missing) {
   request_.ask(missing, [this](bool given) {
-    if (given) store_.setBool(consentKey, true);
+    if (given) set(true);
   });
 }
+
+void StoredConsent::set(bool given) { store_.setBool(consentKey, given); }
 
 }  // namespace tilora::app

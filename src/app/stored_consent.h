@@ -15,6 +15,8 @@ class StoredConsent : public x11::Consent {
   StoredConsent(SettingsStore& store, ConsentRequest& request) : store_(store), request_(request) {}
 
   bool isGiven() override;
+  /// The user gives it, or takes it back.
+  void set(bool given);
   void ask(const std::vector<std::string>& missing) override;
 
  private:

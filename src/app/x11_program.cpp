@@ -1,17 +1,23 @@
-// The resident process on an X11 desktop. It links no toolkit: what it shows, it shows from a process of its own.
+// The resident process on an X11 desktop: the engine, the icon and the windows in one.
 #include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QScreen>
 #include <QSocketNotifier>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
 
-#include "app/background_shell.h"
 #include "app/consent_request.h"
+#include "app/login_items_page.h"
 #include "app/program.h"
 #include "app/qt_main_queue.h"
+#include "app/qt_shell.h"
 #include "app/stored_consent.h"
 #include "app/termination_signals.h"
+#include "app/ui/tray_icon.h"
+#include "app/ui/user_interface.h"
+#include "app/ui/visible_frame.h"
 #include "controller/window_manager_controller.h"
 #include "platform/x11/x11_desktop.h"
 #include "platform/xdg/autostart_entry.h"
@@ -27,11 +33,54 @@ std::filesystem::path configurationFile(const char* name) {
   return folder.empty() ? folder : folder / name;
 }
 
+/// The icon and the windows of the program over its engine.
+class Front {
+ public:
+  /// Both must outlive it.
+  Front(WindowManagerController& controller, x11::X11Desktop& desktop, StoredConsent& consent)
+      : controller_(controller),
+        desktop_(desktop),
+        interface_({.controller = controller,
+                    .keyMonitor = desktop.keyMonitor(),
+                    .monitorsKey = [this](const QKeyEvent& key) { return monitorsKey(key); },
+                    .visibleFrame = [this](const QScreen& screen) { return visibleFrame(screen); },
+                    .quit = [] { QCoreApplication::exit(0); },
+                    .access = {.isAllowed = [&consent] { return consent.isGiven(); },
+                               .allow = [&consent](bool given) { consent.set(given); },
+                               .missing = [&desktop] { return desktop.missingSupport(); }}}),
+        icon_([this](const QRect& place) { interface_.toggleMenu(place); }),
+        trust_(controller, [this] { icon_.setTrusted(controller_.isAccessibilityTrusted()); }) {}
+
+  /// A second start asks for the windows of this one.
+  void show() {
+    interface_.setOffersMenu(!TrayIcon::hasPlace());
+    interface_.performSettingsCommand();
+  }
+  void openAccess() { interface_.openAccess(); }
+
+ private:
+  bool monitorsKey(const QKeyEvent& key) {
+    return desktop_.monitorKey(static_cast<xcb_keycode_t>(key.nativeScanCode()), static_cast<std::uint16_t>(key.nativeModifiers()));
+  }
+  QRect visibleFrame(const QScreen& screen) {
+    return visibleFrameIn(desktop_.screens().screens(), screen.geometry(), screen.devicePixelRatio());
+  }
+
+  WindowManagerController& controller_;
+  x11::X11Desktop& desktop_;
+  UserInterface interface_;
+  TrayIcon icon_;
+  PublishedChanges trust_;
+};
+
 /// The desktop, its services and the controller over them, connected to Qt's event loop.
 class X11Program {
  public:
   X11Program(x11::Connection& connection, x11::Instance& instance) : desktop_(connection, instance, mainQueue_, consent_) {
     instance.onLost([] { QCoreApplication::exit(0); });
+    instance.onAskedToShow([this] {
+      if (front_) front_->show();
+    });
   }
 
   /// Runs the event loop until somebody asks the program to end or the connection is lost.
@@ -41,7 +90,9 @@ class X11Program {
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &arrivals,
                      [this] { exitUnless(desktop_.endTurn()); });
     controller_.emplace(parts());
+    front_.emplace(*controller_, desktop_, consent_);
     const int status = QCoreApplication::exec();
+    front_.reset();
     controller_.reset();
     if (status == 0) desktop_.showHiddenWindows();
     return status;
@@ -64,6 +115,14 @@ class X11Program {
             .shell = shell_};
   }
 
+  SettingsPages pages() {
+    return {.accessibility =
+                [this] {
+                  if (front_) front_->openAccess();
+                },
+            .loginItems = [] { openLoginItemsPage(QString::fromStdString(xdg::autostartFile().parent_path().string())); }};
+  }
+
   static void exitUnless(bool connected) {
     if (!connected) QCoreApplication::exit(1);
   }
@@ -73,11 +132,12 @@ class X11Program {
   xdg::SettingsFile consentStore_{configurationFile("consent.json")};
   xdg::AutostartEntry loginItem_{xdg::autostartFile(), xdg::runningProgram()};
   QtMainQueue mainQueue_;
-  BackgroundShell shell_;
+  QtShell shell_{pages(), [this](QWindow& window) { desktop_.activate(static_cast<xcb_window_t>(window.winId())); }};
   ConsentRequest consentRequest_;
   StoredConsent consent_{consentStore_, consentRequest_};
   x11::X11Desktop desktop_;
   std::optional<WindowManagerController> controller_;
+  std::optional<Front> front_;
 };
 
 int fail(const char* why) {
@@ -87,11 +147,17 @@ int fail(const char* why) {
 
 }  // namespace
 
-int runProgram(QCoreApplication&) {
+int runProgram(int argc, char** argv) {
   // A server that goes away shows as a broken connection, not as a signal.
   std::signal(SIGPIPE, SIG_IGN);
   const auto connection = x11::Connection::open();
   if (!connection) return fail("there is no X server to connect to.");
+  qputenv("QT_QPA_PLATFORM", "xcb");
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("tilora"));
+  QApplication::setApplicationVersion(QStringLiteral(TILORA_VERSION));
+  QApplication::setWindowIcon(trayPicture(true));
+  QApplication::setQuitOnLastWindowClosed(false);
   // From here on this copy is the one that shows hidden windows again, so that an early signal must not end it either.
   const TerminationSignals signals([] { QCoreApplication::exit(0); });
   const x11::Instance::Start start = x11::Instance::acquire(*connection);

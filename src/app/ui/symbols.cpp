@@ -48,7 +48,7 @@ class Grid {
 };
 
 QPainterPath halfFilledSquare(const Grid& grid, bool left) {
-  const QRectF square = grid.rect(1.5, 1.5, 14.5, 14.5);
+  const QRectF square = grid.rect(2, 2, 14, 14);
   QRectF half = square;
   const double middle = grid.fitted(8);
   if (left) {
@@ -62,7 +62,7 @@ QPainterPath halfFilledSquare(const Grid& grid, bool left) {
 }
 
 QPainterPath rectangleWithInset(const Grid& grid, const QRectF& inset) {
-  return grid.frame(grid.rect(0.5, 2.5, 15.5, 13.5), 2.5).united(grid.filled(inset, 0.8));
+  return grid.frame(grid.rect(0, 2, 16, 14), 2.5).united(grid.filled(inset, 0.8));
 }
 
 QPainterPath sliders(const Grid& grid) {
@@ -114,12 +114,15 @@ QPainterPath circlingArrows(const Grid& grid) {
 }
 
 QPainterPath gridOfNine(const Grid& grid) {
-  constexpr std::array<double, 3> starts = {1.5, 6.25, 11};
-  constexpr double cell = 3.5;
+  constexpr int cells = 3;
+  constexpr double cell = 4;
+  constexpr double pitch = 5;
   QPainterPath path;
-  const double side = grid.fitted(cell);
-  for (const double top : starts) {
-    for (const double left : starts) path.addPath(grid.filled({grid.fitted(left), grid.fitted(top), side, side}, 0.7));
+  const double start = grid.fitted(1);
+  for (int i = 0; i < cells * cells; ++i) {
+    const double left = start + (i % cells) * grid.fitted(pitch);
+    const double top = start + (i / cells) * grid.fitted(pitch);
+    path.addPath(grid.filled({left, top, grid.fitted(cell), grid.fitted(cell)}, 0.7));
   }
   return path;
 }
@@ -153,9 +156,9 @@ QPainterPath warningTriangle(const Grid& grid) {
 }
 
 QPainterPath stack(const Grid& grid) {
-  QPainterPath path = grid.filled(grid.rect(0.5, 6.5, 15.5, 15), 2);
-  path.addPath(grid.filled(grid.rect(2, 3.5, 14, 5), 0.75));
-  path.addPath(grid.filled(grid.rect(3.5, 0.5, 12.5, 2), 0.75));
+  QPainterPath path = grid.filled(grid.rect(0, 7, 16, 15), 2);
+  path.addPath(grid.filled(grid.rect(2, 4, 14, 5.5), 0.75));
+  path.addPath(grid.filled(grid.rect(4, 1, 12, 2.5), 0.75));
   return path;
 }
 
@@ -170,7 +173,7 @@ constexpr std::array symbols = {
     NamedSymbol{"square.lefthalf.filled", [](const Grid& grid) { return halfFilledSquare(grid, true); }},
     NamedSymbol{"square.righthalf.filled", [](const Grid& grid) { return halfFilledSquare(grid, false); }},
     NamedSymbol{"rectangle.inset.filled", [](const Grid& grid) { return rectangleWithInset(grid, grid.rect(3, 5, 13, 11)); }},
-    NamedSymbol{"rectangle.center.inset.filled", [](const Grid& grid) { return rectangleWithInset(grid, grid.rect(5, 5.5, 11, 10.5)); }},
+    NamedSymbol{"rectangle.center.inset.filled", [](const Grid& grid) { return rectangleWithInset(grid, grid.rect(5, 6, 11, 10)); }},
     NamedSymbol{"square.grid.3x3", gridOfNine},
     NamedSymbol{"exclamationmark.triangle.fill", warningTriangle},
     NamedSymbol{"exclamationmark.circle.fill",

@@ -14,6 +14,7 @@ namespace {
 constexpr double secondaryShare = 0.68;
 constexpr double separatorShare = 0.5;
 constexpr int middleLightness = 128;
+constexpr int linkContrast = 135;
 
 QColor role(QPalette::ColorRole role) { return QGuiApplication::palette().color(QPalette::Active, role); }
 
@@ -40,7 +41,8 @@ QColor Theme::text() const { return role(QPalette::WindowText); }
 QColor Theme::separator() const { return blended(text(), windowBackground(), separatorShare); }
 QColor Theme::secondaryText() const { return blended(text(), windowBackground(), secondaryShare); }
 QColor Theme::accent() const { return role(QPalette::Highlight); }
-QColor Theme::link() const { return role(QPalette::Link); }
+// The accent, at a brightness at which a line of text is read well.
+QColor Theme::link() const { return isDark() ? accent().lighter(linkContrast) : accent().darker(linkContrast); }
 QColor Theme::orange() const { return isDark() ? QColor(0xFF, 0x9F, 0x0A) : QColor(0xB8, 0x5C, 0x00); }
 QColor Theme::red() const { return isDark() ? QColor(0xFF, 0x6B, 0x61) : QColor(0xC8, 0x10, 0x20); }
 QString Theme::monospacedFamily() const { return QFontDatabase::systemFont(QFontDatabase::FixedFont).family(); }

@@ -2,6 +2,7 @@
 #include "app/ui/user_interface.h"
 
 #include <QGuiApplication>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <utility>
 
@@ -34,12 +35,14 @@ void initializeModule() {
 UserInterface::UserInterface(InterfaceParts parts)
     : parts_(std::move(parts)),
       menu_(parts_.controller, {.openSettings = [this] { openSettings(offersMenu_); }, .quit = parts_.quit}),
-      settings_(parts_.controller, parts_.keyMonitor) {
+      settings_(parts_.controller, parts_.keyMonitor),
+      access_(parts_.controller, parts_.access) {
   idle_.setSingleShot(true);
   idle_.setInterval(keptWhenIdle);
   QObject::connect(&idle_, &QTimer::timeout, &idle_, [this] {
     panel_.reset();
     settingsWindow_.reset();
+    accessWindow_.reset();
     engine_.reset();
   });
 }
@@ -83,9 +86,24 @@ void UserInterface::performSettingsCommand() {
   parts_.controller.raiseSettingsWindow();
 }
 
+void UserInterface::openAccess() {
+  QQmlEngine& qml = engine();
+  if (!accessWindow_) {
+    accessWindow_ = std::make_unique<QQuickView>(&qml, nullptr);
+    accessWindow_->setTitle(QStringLiteral("Tilora Permission"));
+    accessWindow_->setInitialProperties({{QStringLiteral("access"), QVariant::fromValue(&access_)}});
+    accessWindow_->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tilora/AccessView.qml")));
+    QObject::connect(accessWindow_->rootObject(), SIGNAL(dismissed()), accessWindow_.get(), SLOT(close()));
+    QObject::connect(accessWindow_.get(), &QWindow::visibleChanged, &idle_, [this] { releaseWhenIdle(); });
+  }
+  access_.refresh();
+  accessWindow_->showNormal();
+  accessWindow_->requestActivate();
+}
+
 void UserInterface::releaseWhenIdle() {
   const auto isOpen = [](const auto& window) { return window && window->isVisible(); };
-  if (!isOpen(panel_) && !isOpen(settingsWindow_)) idle_.start();
+  if (!isOpen(panel_) && !isOpen(settingsWindow_) && !isOpen(accessWindow_)) idle_.start();
 }
 
 }  // namespace tilora::app

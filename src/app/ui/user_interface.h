@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/ui/access_view_model.h"
 #include "app/ui/menu_panel.h"
 #include "app/ui/settings_window.h"
 
@@ -23,6 +24,7 @@ struct InterfaceParts {
   /// The part of a screen that panels leave free, in Qt's coordinates.
   std::function<QRect(const QScreen&)> visibleFrame;
   std::function<void()> quit;
+  AccessParts access;
 };
 
 /// Draws with the software renderer. While no window is open, nothing of QML is in memory, except for some time after the last one closed.
@@ -43,9 +45,13 @@ class UserInterface {
   /// Whether a settings window that is opened from the menu offers what the menu does.
   void setOffersMenu(bool offersMenu) { offersMenu_ = offersMenu; }
 
+  /// Shows where consent is given and taken back.
+  void openAccess();
+
   /// Null while it has not been made.
   MenuPanel* menuPanel() const { return panel_.get(); }
   SettingsWindow* settingsWindow() const { return settingsWindow_.get(); }
+  QQuickView* accessWindow() const { return accessWindow_.get(); }
 
  private:
   QQmlEngine& engine();
@@ -56,9 +62,11 @@ class UserInterface {
   QTimer idle_;
   MenuViewModel menu_;
   SettingsViewModel settings_;
+  AccessViewModel access_;
   std::unique_ptr<QQmlEngine> engine_;
   std::unique_ptr<MenuPanel> panel_;
   std::unique_ptr<SettingsWindow> settingsWindow_;
+  std::unique_ptr<QQuickView> accessWindow_;
 };
 
 }  // namespace tilora::app

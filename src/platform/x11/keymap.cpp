@@ -146,6 +146,12 @@ std::string_view keyNameForKeyCode(std::uint32_t keyCode) {
   return position != keyPositions.end() && position->keyCode == keyCode ? position->name : std::string_view{};
 }
 
+bool isModifierKey(std::uint32_t keyCode) {
+  constexpr std::uint32_t first = 54;  // right Command
+  constexpr std::uint32_t last = 63;   // Function
+  return first <= keyCode && keyCode <= last;
+}
+
 Keymap Keymap::read(const Connection& connection, std::uint32_t* sequence) {
   Keymap keymap;
   if (connection.extensions().xkbOpcode == 0) return keymap;

@@ -18,6 +18,9 @@ namespace tilora::x11 {
 /// Names are those of the PC keyboards' keycodes files and say where a key is, whatever the layout prints on it.
 std::string_view keyNameForKeyCode(std::uint32_t keyCode);
 
+/// Whether a macOS virtual key code is that of a modifier or lock key, which makes no key-down event there.
+bool isModifierKey(std::uint32_t keyCode);
+
 /// A snapshot of the server's keyboard map. Real modifiers are masks of X core modifiers (Shift 1, Lock 2, Control 4, Mod1 8 ... Mod5 128).
 class Keymap {
  public:

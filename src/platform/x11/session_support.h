@@ -28,10 +28,11 @@ class X11Trust : public Trust {
   bool isProcessTrusted(bool prompt) override;
   /// The window manager or what it supports changed: a question that had to wait can be asked now.
   void supportChanged();
+  /// What the session lacks at the moment.
+  std::vector<std::string> missing() const { return missingSupport(connection_, model_.facts(), xwayland_); }
 
  private:
   void prompt();
-  std::vector<std::string> missing() const { return missingSupport(connection_, model_.facts(), xwayland_); }
 
   const Connection& connection_;
   const ClientModel& model_;

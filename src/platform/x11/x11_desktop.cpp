@@ -13,6 +13,7 @@
 #include "platform/x11/helper_window.h"
 #include "platform/x11/hot_keys.h"
 #include "platform/x11/pointer.h"
+#include "platform/x11/requests.h"
 #include "platform/x11/session_support.h"
 #include "platform/x11/x11_workspace.h"
 
@@ -276,6 +277,22 @@ WindowServer& X11Desktop::windowServer() { return parts_->windowServer; }
 Trust& X11Desktop::trust() { return parts_->trust; }
 HotKeys& X11Desktop::hotKeys() { return parts_->hotKeys; }
 KeyMonitor& X11Desktop::keyMonitor() { return parts_->keyMonitor; }
+
+bool X11Desktop::monitorKey(xcb_keycode_t keycode, std::uint16_t state) {
+  if (!parts_->keyMonitor.isInstalled()) return false;
+  const auto event = parts_->hotKeys.keyEventFor(keycode, state);
+  if (event && !isModifierKey(event->keyCode)) parts_->keyMonitor.deliver(*event);
+  return true;
+}
+
+void X11Desktop::activate(xcb_window_t window) {
+  Connection& connection = parts_->state.connection;
+  requestActivation(connection, window, parts_->state.clock.now());
+  requestRaise(connection, window);
+  connection.flush();
+}
+
+std::vector<std::string> X11Desktop::missingSupport() const { return parts_->trust.missing(); }
 
 int X11Desktop::fileDescriptor() const { return xcb_get_file_descriptor(parts_->state.connection.xcb()); }
 bool X11Desktop::dispatch() { return parts_->takeEvents(true); }

@@ -1,6 +1,9 @@
 // The X11 desktop: the engine's interfaces over any EWMH window manager.
 #pragma once
 
+#include <xcb/xcb.h>
+
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -50,6 +53,14 @@ class X11Desktop {
   Trust& trust();
   HotKeys& hotKeys();
   KeyMonitor& keyMonitor();
+
+  /// A key press of one of this process's own windows, as its X event has it. While a monitor is installed it is the monitor's alone, and the
+  /// answer is true; a key that makes no key-down on its own, a modifier for instance, goes to nobody then.
+  bool monitorKey(xcb_keycode_t keycode, std::uint16_t state);
+  /// Restores, raises and focuses one of this process's own windows, whichever program is active.
+  void activate(xcb_window_t window);
+  /// One sentence for everything that this session lacks; empty: windows can be controlled once the user agrees.
+  std::vector<std::string> missingSupport() const;
 
   /// The socket to watch for reading.
   int fileDescriptor() const;

@@ -44,6 +44,10 @@ class InterfaceSession {
   UserInterface& interface() { return interface_; }
   int timesQuit() const { return timesQuit_; }
 
+  /// The user's consent and what the session lacks.
+  bool allowed = false;
+  std::vector<std::string> missing;
+
   QQuickItem& openMenu() {
     interface_.toggleMenu(QRect(700, 0, 24, 24));
     turn();
@@ -53,6 +57,12 @@ class InterfaceSession {
     interface_.openSettings(offersMenu);
     turn();
     return *interface_.settingsWindow()->rootObject();
+  }
+
+  QQuickItem& openAccess() {
+    interface_.openAccess();
+    turn();
+    return *interface_.accessWindow()->rootObject();
   }
 
   /// The user presses and releases a key in the window.
@@ -88,7 +98,10 @@ class InterfaceSession {
                                   return session_.desktop().keyMonitor().press({event.nativeScanCode(), flagsOf(event)});
                                 },
                             .visibleFrame = [](const QScreen&) { return screen; },
-                            .quit = [this] { ++timesQuit_; }}};
+                            .quit = [this] { ++timesQuit_; },
+                            .access = {.isAllowed = [this] { return allowed; },
+                                       .allow = [this](bool value) { allowed = value; },
+                                       .missing = [this] { return missing; }}}};
 
   /// The bits that macOS gives the modifiers.
   static std::uint64_t flagsOf(const QKeyEvent& event) {
