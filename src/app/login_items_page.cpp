@@ -16,16 +16,11 @@ struct Page {
 };
 
 constexpr std::array pages = {
-    Page{"KDE", "systemsettings kcm_autostart"},
-    Page{"KDE", "systemsettings5 kcm_autostart"},
-    Page{"KDE", "kcmshell5 kcm_autostart"},
-    Page{"XFCE", "xfce4-session-settings"},
-    Page{"MATE", "mate-session-properties"},
-    Page{"LXQt", "lxqt-config-session"},
-    Page{"X-Cinnamon", "cinnamon-settings startup"},
-    Page{"Cinnamon", "cinnamon-settings startup"},
-    Page{"GNOME", "gnome-session-properties"},
-    Page{"GNOME", "gnome-tweaks"},
+    Page{"KDE", "systemsettings kcm_autostart"},     Page{"KDE", "systemsettings5 kcm_autostart"},
+    Page{"KDE", "kcmshell5 kcm_autostart"},          Page{"XFCE", "xfce4-session-settings"},
+    Page{"MATE", "mate-session-properties"},         Page{"LXQt", "lxqt-config-session"},
+    Page{"X-Cinnamon", "cinnamon-settings startup"}, Page{"Cinnamon", "cinnamon-settings startup"},
+    Page{"GNOME", "gnome-session-properties"},       Page{"GNOME", "gnome-tweaks"},
 };
 
 }  // namespace

@@ -37,8 +37,7 @@ class QtOwnWindow : public OwnWindow {
 
 }  // namespace
 
-QtShell::QtShell(SettingsPages pages, std::function<void(QWindow&)> activate)
-    : pages_(std::move(pages)), activate_(std::move(activate)) {}
+QtShell::QtShell(SettingsPages pages, std::function<void(QWindow&)> activate) : pages_(std::move(pages)), activate_(std::move(activate)) {}
 
 std::vector<std::shared_ptr<OwnWindow>> QtShell::ownWindows() {
   std::vector<std::shared_ptr<OwnWindow>> windows;

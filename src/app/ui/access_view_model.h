@@ -1,9 +1,9 @@
 // Whether Tilora may control windows here, as the page for it binds it.
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
 #include <QObject>
 #include <QStringList>
-#include <QtQml/qqmlregistration.h>
 #include <functional>
 #include <string>
 #include <vector>

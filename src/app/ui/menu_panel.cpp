@@ -34,7 +34,8 @@ void MenuPanel::openAt(const QRect& anchor, const QRect& visible) {
   anchor_ = anchor;
   visible_ = visible;
   fitToContent();
-  if (QQuickItem* focused = activeFocusItem(); focused != nullptr && focused != rootObject()) focused->setFocus(false);
+  // The keyboard begins at no row, wherever it was the last time.
+  if (QQuickItem* last = rootObject()->scopedFocusItem()) last->setFocus(false);
   show();
   raise();
   attemptsLeft_ = mostAttempts;

@@ -18,8 +18,8 @@ QIcon trayPicture(bool trusted);
 /// thread only.
 class TrayIcon {
  public:
-  /// Calls `activated` with the icon's place on the screen, in Qt's coordinates, when the user clicks it; the pointer's place where the panel
-  /// does not tell.
+  /// Calls `activated` with the icon's place on the screen, in Qt's coordinates, when the user clicks it; the pointer's place where the
+  /// panel does not tell.
   explicit TrayIcon(std::function<void(const QRect&)> activated);
   TrayIcon(const TrayIcon&) = delete;
   TrayIcon& operator=(const TrayIcon&) = delete;

@@ -20,8 +20,8 @@ QRect visibleFrameIn(const std::vector<ScreenRef>& screens, const QRect& geometr
   if (found == screens.end()) return geometry;
   const Rect& visible = (*found)->visibleFrame;
   const auto scaled = [pixelRatio](double pixels) { return rounded(pixels / pixelRatio); };
-  return {geometry.x() + scaled(visible.x - geometry.x()), geometry.y() + scaled(top - visible.maxY() - geometry.y()), scaled(visible.width),
-          scaled(visible.height)};
+  return {geometry.x() + scaled(visible.x - geometry.x()), geometry.y() + scaled(top - visible.maxY() - geometry.y()),
+          scaled(visible.width), scaled(visible.height)};
 }
 
 }  // namespace tilora::app

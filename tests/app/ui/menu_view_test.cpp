@@ -210,6 +210,15 @@ TEST_F(MenuView, EveryRowAndButtonIsReachedWithTheKeyboard) {
   EXPECT_EQ(session.interface().menuPanel()->activeFocusItem(), order.at(8));
 }
 
+TEST_F(MenuView, TheKeyboardBeginsAtTheTopEachTimeItOpens) {
+  for (int times = 0; times < 2; ++times) {
+    if (!isOpen()) session.openMenu();
+    for (int i = 0; i < 3; ++i) key(Qt::Key_Down);
+    EXPECT_EQ(session.interface().menuPanel()->activeFocusItem(), &row(2));
+    key(Qt::Key_Escape);
+  }
+}
+
 TEST_F(MenuView, TheReturnKeyDoesWhatAClickDoes) {
   for (int i = 0; i < 4; ++i) key(Qt::Key_Down);
   key(Qt::Key_Return);

@@ -13,6 +13,7 @@ enum class Key : std::uint8_t {
   escape = 9,         // ESC
   two = 11,           // AE02
   tab = 23,           // TAB
+  w = 25,             // AD02
   leftBracket = 34,   // AD11
   rightBracket = 35,  // AD12
   enter = 36,         // RTRN
@@ -21,15 +22,20 @@ enum class Key : std::uint8_t {
   s = 39,             // AC02
   d = 40,             // AC03
   j = 44,             // AC07
+  k = 45,             // AC08
   leftShift = 50,     // LFSH
   x = 53,             // AB02
+  comma = 59,         // AB08
   leftAlt = 64,       // LALT
   space = 65,         // SPCE
   capsLock = 66,      // CAPS
   f4 = 70,            // FK04
+  f5 = 71,            // FK05
   numLock = 77,       // NMLK
+  upArrow = 111,      // UP
   leftArrow = 113,    // LEFT
   rightArrow = 114,   // RGHT
+  downArrow = 116,    // DOWN
   leftSuper = 133,    // LWIN
 };
 

@@ -1,0 +1,471 @@
+// The icon, the menu and the settings window of the real program, with real panels, keys and pointer.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <thread>
+
+#include "desktop_test.h"
+
+namespace tilora::harness {
+namespace {
+
+using std::chrono_literals::operator""ms;
+
+enum class Panel : std::uint8_t { tint2, trayer, xfce };
+
+constexpr const char* tint2Configuration = R"(panel_items = S
+panel_size = 300 32
+panel_position = top left horizontal
+panel_background_id = 0
+systray_padding = 4 4 4
+systray_icon_size = 24
+)";
+
+constexpr const char* xfceConfiguration = R"(<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="length" type="uint" value="20"/>
+      <property name="size" type="uint" value="32"/>
+      <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
+    </property>
+  </property>
+  <property name="plugins" type="empty"><property name="plugin-1" type="string" value="systray"/></property>
+</channel>
+)";
+
+/// Where a control of the settings window is, from the top-left of the window.
+struct Spot {
+  int x = 0;
+  int y = 0;
+};
+constexpr Spot decrement = {552, 152};
+constexpr Spot increment = {584, 152};
+constexpr Spot resetButton = {139, 531};
+constexpr std::array<Spot, 4> recordButtons = {{{537, 339}, {537, 381}, {537, 423}, {537, 465}}};
+
+class InterfaceTest : public DesktopTest {
+ protected:
+  ManagedProcess startPanel(Panel kind) {
+    switch (kind) {
+      case Panel::tint2:
+        return session.start({"tint2", "-c", session.home().write("tint2rc", tint2Configuration).string()});
+      case Panel::trayer:
+        return session.start({"trayer", "--edge", "top", "--align", "left", "--widthtype", "pixel", "--width", "300", "--heighttype",
+                              "pixel", "--height", "32", "--SetPartialStrut", "true"});
+      case Panel::xfce:
+        session.startBus();
+        session.home().write("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", xfceConfiguration);
+        return session.start({"xfce4-panel"});
+    }
+    throw std::logic_error("no such panel");
+  }
+
+  std::vector<xcb_window_t> childrenOf(xcb_window_t window) {
+    xcb_query_tree_reply_t* reply = xcb_query_tree_reply(display.xcb(), xcb_query_tree(display.xcb(), window), nullptr);
+    if (reply == nullptr) return {};
+    const xcb_window_t* first = xcb_query_tree_children(reply);
+    std::vector<xcb_window_t> children(first, first + xcb_query_tree_children_length(reply));
+    std::free(reply);
+    return children;
+  }
+
+  /// The icon that was embedded over XEmbed, anywhere below `window`.
+  std::optional<PixelRect> embeddedIcon(xcb_window_t window, int depth = 5) {
+    for (const xcb_window_t child : childrenOf(window)) {
+      const bool isIcon = display.text(child, "WM_CLASS").starts_with("tilora") && display.hasProperty(child, "_XEMBED_INFO");
+      if (isIcon && display.viewable(child)) return display.clientArea(child);
+      if (depth == 0) continue;
+      if (const auto found = embeddedIcon(child, depth - 1)) return found;
+    }
+    return std::nullopt;
+  }
+  PixelRect icon() { return embeddedIcon(display.root()).value_or(PixelRect{4, 4, 24, 24}); }
+
+  std::optional<PixelRect> menu() {
+    for (const xcb_window_t child : childrenOf(display.root())) {
+      if (display.text(child, "_NET_WM_NAME") == "Tilora" && display.viewable(child)) return display.clientArea(child);
+    }
+    return std::nullopt;
+  }
+  /// Waits for something that no event tells.
+  static testing::AssertionResult waitsFor(const std::function<bool()>& holds, const std::string& wanted) {
+    const auto deadline = std::chrono::steady_clock::now() + defaultDeadline;
+    while (!holds()) {
+      if (std::chrono::steady_clock::now() > deadline) return testing::AssertionFailure() << "wanted: " << wanted;
+      std::this_thread::sleep_for(10ms);
+    }
+    return testing::AssertionSuccess();
+  }
+
+  /// Clicks the icon until the menu is there: nobody tells when a panel has taken the icon.
+  testing::AssertionResult openMenu() {
+    for (int attempts = 0; attempts < 12; ++attempts) {
+      const PixelRect place = icon();
+      pointer.click(place.x + place.width / 2, place.y + place.height / 2);
+      if (!display.waitUntil([&] { return menu().has_value(); }, 1500ms)) continue;
+      return waitsFor([&] { return keyboardIsGrabbed(); }, "the menu takes the keyboard");
+    }
+    return testing::AssertionFailure() << "the menu does not open\n" << tilora->output();
+  }
+  /// Whether somebody has the keyboard to himself.
+  bool keyboardIsGrabbed() {
+    const auto cookie = xcb_grab_keyboard(display.xcb(), 0, display.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_grab_keyboard_reply_t* reply = xcb_grab_keyboard_reply(display.xcb(), cookie, nullptr);
+    const bool grabbed = reply != nullptr && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+    std::free(reply);
+    if (!grabbed) xcb_ungrab_keyboard(display.xcb(), XCB_CURRENT_TIME);
+    display.sync();
+    return grabbed;
+  }
+  testing::AssertionResult menuCloses() {
+    return comesTrue([&] { return !menu(); });
+  }
+  /// Goes down to a row, from 1 on, and presses Return.
+  void choose(int row) {
+    for (int i = 0; i < row; ++i) keyboard.tap(Key::downArrow);
+    keyboard.tap(Key::enter);
+  }
+
+  xcb_window_t settings() {
+    for (const xcb_window_t window : display.clientList()) {
+      if (display.text(window, "_NET_WM_NAME") == "Tilora Settings") return window;
+    }
+    return XCB_WINDOW_NONE;
+  }
+  /// Starts the program a second time.
+  testing::AssertionResult askToShow() {
+    ManagedProcess second = runTilora();
+    if (second.waitForEnd() != ProcessEnd{.status = 0, .signal = {}}) return testing::AssertionFailure() << second.output();
+    const auto isActive = [&] {
+      return settings() != XCB_WINDOW_NONE && display.activeWindow() == settings() && display.viewable(settings());
+    };
+    const testing::AssertionResult active = comesTrue(isActive);
+    return active ? waitsFor([&] { return isBlue(faceOf(recordButtons.at(0))); }, "the settings are drawn") : active;
+  }
+  /// A place on the face of a record button beside its title.
+  static Spot faceOf(const Spot& button) { return {button.x - 52, button.y}; }
+  /// The colour of a pixel of the settings window: blue, green and red.
+  std::array<int, 3> colour(const Spot& spot) {
+    const auto cookie = xcb_get_image(display.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, settings(), static_cast<std::int16_t>(spot.x),
+                                      static_cast<std::int16_t>(spot.y), 1, 1, ~0U);
+    xcb_get_image_reply_t* reply = xcb_get_image_reply(display.xcb(), cookie, nullptr);
+    std::array<int, 3> bytes = {};
+    if (reply != nullptr) std::copy_n(xcb_get_image_data(reply), bytes.size(), bytes.begin());
+    std::free(reply);
+    return bytes;
+  }
+  bool isBlue(const Spot& spot) { return colour(spot)[0] > colour(spot)[2] + 50; }
+  bool isOrange(const Spot& spot) { return colour(spot)[2] > colour(spot)[0] + 50; }
+  testing::AssertionResult startRecording(std::size_t row) {
+    click(recordButtons.at(row));
+    return waitsFor([&] { return isOrange(faceOf(recordButtons.at(row))); }, "the row is being recorded");
+  }
+  void click(const Spot& spot) {
+    const PixelRect area = display.clientArea(settings()).value();
+    pointer.click(area.x + spot.x, area.y + spot.y);
+  }
+
+  nlohmann::json stored(const std::string& key) {
+    std::ifstream file(session.home().path() / "config/tilora/settings.json");
+    if (!file) return {};
+    const auto all = nlohmann::json::parse(file, nullptr, false);
+    return all.is_object() && all.contains(key) ? all.at(key).at("value") : nlohmann::json();
+  }
+  /// Waits for the disk.
+  testing::AssertionResult comesToBeStored(const std::string& key, const std::function<bool(const nlohmann::json&)>& holds) {
+    const testing::AssertionResult result = waitsFor([&] { return holds(stored(key)); }, key);
+    return result ? result : testing::AssertionFailure() << key << " is " << stored(key);
+  }
+  testing::AssertionResult isBound(const std::string& action, int keyCode, int modifiers) {
+    return comesToBeStored("Tilora.ShortcutBindings", [&](const nlohmann::json& bindings) {
+      if (!bindings.is_string()) return false;
+      const auto all = nlohmann::json::parse(bindings.get<std::string>());
+      return all.at(action) == nlohmann::json{{"keyCode", keyCode}, {"modifiers", modifiers}};
+    });
+  }
+  testing::AssertionResult paddingIs(double padding) {
+    return comesToBeStored("Tilora.WindowPadding", [&](const nlohmann::json& value) { return value == padding; });
+  }
+  /// Proportional memory in kB.
+  long proportionalMemory() {
+    std::ifstream rollup("/proc/" + std::to_string(tilora->pid()) + "/smaps_rollup");
+    std::string word;
+    while (rollup >> word) {
+      if (word == "Pss:" && rollup >> word) return std::stol(word);
+    }
+    return -1;
+  }
+
+  std::optional<ManagedProcess> panel;
+};
+
+/// Every one with a panel that hosts the icon.
+class PanelTest : public InterfaceTest {
+ protected:
+  void everyRowPlacesTheActiveWindow(Panel kind) {
+    panel.emplace(startPanel(kind));
+    App& app = open("app");
+    startTilora();
+    constexpr std::array placeOfRow = {std::pair(3, Place::left), std::pair(4, Place::right), std::pair(6, Place::floating),
+                                       std::pair(5, Place::full)};
+    for (const auto& [row, place] : placeOfRow) {
+      ASSERT_TRUE(openMenu());
+      EXPECT_EQ(display.activeWindow(), app.window);
+      choose(row);
+      EXPECT_TRUE(menuCloses());
+      EXPECT_TRUE(isTiled(app.window, place)) << row;
+      EXPECT_TRUE(isActive(app.window));
+    }
+    EXPECT_THAT(app.client.keysPressed(app.window), testing::IsEmpty());
+  }
+};
+
+TEST_P(PanelTest, EveryRowPlacesTheActiveWindowFromTint2) { everyRowPlacesTheActiveWindow(Panel::tint2); }
+TEST_P(PanelTest, EveryRowPlacesTheActiveWindowFromTrayer) { everyRowPlacesTheActiveWindow(Panel::trayer); }
+TEST_P(PanelTest, EveryRowPlacesTheActiveWindowFromXfcePanel) { everyRowPlacesTheActiveWindow(Panel::xfce); }
+
+TEST_P(PanelTest, TheMenuOpensUnderItsIconInsideTheVisibleFrame) {
+  panel.emplace(startPanel(Panel::tint2));
+  startTilora();
+  ASSERT_TRUE(openMenu());
+  const PixelRect area = menu().value();
+  const PixelRect visible = display.visibleFrame(wholeScreen);
+  EXPECT_EQ(area.width, 420);
+  EXPECT_EQ(area.y, visible.y);
+  EXPECT_EQ(area.x, icon().x);
+  EXPECT_TRUE(visible.contains(area)) << area;
+}
+
+TEST_P(PanelTest, AClickOnARowActs) {
+  panel.emplace(startPanel(Panel::trayer));
+  const App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(openMenu());
+  constexpr Spot leftRow = {150, 174};
+  pointer.click(menu()->x + leftRow.x, menu()->y + leftRow.y);
+  EXPECT_TRUE(isTiled(app.window, Place::left));
+  EXPECT_TRUE(menuCloses());
+}
+
+TEST_P(PanelTest, AClickElsewhereEscapeAndTheIconCloseTheMenuAndTheKeyboardIsBack) {
+  panel.emplace(startPanel(Panel::tint2));
+  App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(openMenu());
+  pointer.click(1200, 700);
+  EXPECT_TRUE(menuCloses());
+  ASSERT_TRUE(openMenu());
+  keyboard.tap(Key::escape);
+  EXPECT_TRUE(menuCloses());
+  ASSERT_TRUE(openMenu());
+  pointer.click(icon().x + 12, icon().y + 12);
+  EXPECT_TRUE(menuCloses());
+  keyboard.tap(Key::a);
+  EXPECT_TRUE(comesTrue([&] { return !app.client.keysPressed(app.window).empty(); }));
+  EXPECT_THAT(app.client.keysPressed(app.window), testing::ElementsAre(static_cast<int>(Key::a)));
+}
+
+TEST_P(PanelTest, TheIconComesToAPanelThatStartsLaterOrAnew) {
+  startTilora();
+  for (int times = 0; times < 2; ++times) {
+    panel.emplace(startPanel(Panel::tint2));
+    ASSERT_TRUE(openMenu()) << times;
+    keyboard.tap(Key::escape);
+    ASSERT_TRUE(menuCloses());
+    panel->terminate();
+  }
+}
+
+TEST_P(PanelTest, TheIconComesToAStatusNotifierPanelThatStartsLater) {
+  session.startBus();
+  startTilora();
+  panel.emplace(startPanel(Panel::xfce));
+  EXPECT_TRUE(openMenu());
+}
+
+TEST_P(PanelTest, TheFirstRowAndTheSettingsKeyOpenTheSettings) {
+  panel.emplace(startPanel(Panel::trayer));
+  open("app");
+  startTilora();
+  for (const Key modifier : {Key::leftSuper, Key::leftControl}) {
+    ASSERT_TRUE(openMenu());
+    keyboard.chord({modifier, Key::comma});
+    ASSERT_TRUE(comesTrue([&] { return settings() != XCB_WINDOW_NONE && display.activeWindow() == settings(); }));
+    display.close(settings());
+    ASSERT_TRUE(comesTrue([&] { return settings() == XCB_WINDOW_NONE; }));
+  }
+  ASSERT_TRUE(openMenu());
+  choose(1);
+  EXPECT_TRUE(comesTrue([&] { return settings() != XCB_WINDOW_NONE && display.activeWindow() == settings(); }));
+}
+
+TEST_P(PanelTest, WithoutConsentTheMenuOffersTheWayToIt) {
+  panel.emplace(startPanel(Panel::tint2));
+  const App& app = open("app");
+  const auto before = display.frame(app.window);
+  tilora.emplace(runTilora());
+  ASSERT_TRUE(comesTrue([&] { return display.text(display.activeWindow(), "_NET_WM_NAME") == "Tilora"; }));
+  keyboard.tap(Key::escape);
+  ASSERT_TRUE(isActive(app.window));
+  ASSERT_TRUE(openMenu());
+  const int tall = menu()->height;
+  EXPECT_EQ(display.frame(app.window), before);
+  choose(7);
+  const auto page = [&] { return display.text(display.activeWindow(), "_NET_WM_NAME") == "Tilora Permission"; };
+  ASSERT_TRUE(comesTrue(page));
+  keyboard.tap(Key::tab);
+  keyboard.tap(Key::space);
+  keyboard.chord({Key::leftControl, Key::w});
+  EXPECT_TRUE(isTiled(app.window, Place::full));
+  ASSERT_TRUE(openMenu());
+  EXPECT_LT(menu()->height, tall);
+}
+
+TEST_P(PanelTest, QuitEndsTheProgramAndShowsEveryWindow) {
+  panel.emplace(startPanel(Panel::tint2));
+  const App& hidden = open("hidden");
+  open("active");
+  startTilora();
+  ASSERT_TRUE(isHidden(hidden.window));
+  ASSERT_TRUE(openMenu());
+  choose(7);
+  EXPECT_EQ(tilora->waitForEnd(), (ProcessEnd{.status = 0, .signal = {}}));
+  EXPECT_TRUE(isShown(hidden.window));
+}
+
+TEST_P(PanelTest, NothingIsKeptOfAHundredOpenings) {
+  panel.emplace(startPanel(Panel::tint2));
+  startTilora();
+  const auto openAndClose = [&](int times) {
+    for (int i = 0; i < times; ++i) {
+      ASSERT_TRUE(openMenu());
+      keyboard.tap(Key::escape);
+      ASSERT_TRUE(menuCloses());
+    }
+  };
+  EXPECT_LT(proportionalMemory(), 35'000);
+  openAndClose(10);
+  const long before = proportionalMemory();
+  openAndClose(100);
+  EXPECT_LT(proportionalMemory(), before + 1500);
+  ASSERT_TRUE(askToShow());
+  ASSERT_TRUE(openMenu());
+  EXPECT_LT(proportionalMemory(), 60'000);
+}
+
+class SettingsTest : public InterfaceTest {};
+
+TEST_P(SettingsTest, ASecondStartBringsTheSettingsToTheFrontAgainAndAgain) {
+  const App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(askToShow());
+  const PixelRect area = display.clientArea(settings()).value();
+  EXPECT_EQ(area.width, 640);
+  EXPECT_EQ(area.height, 633);
+  activate(app.window);
+  ASSERT_TRUE(askToShow());
+  display.minimise(settings());
+  ASSERT_TRUE(isHidden(settings()));
+  ASSERT_TRUE(askToShow());
+  ASSERT_TRUE(passes(2));
+  EXPECT_EQ(display.clientArea(settings())->width, 640);
+  EXPECT_TRUE(isShown(settings()));
+}
+
+class RecorderTest : public InterfaceTest {};
+
+TEST_P(RecorderTest, EveryShortcutIsRecordedAnewAndWorks) {
+  const App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(askToShow());
+  constexpr std::array actions = {std::pair("moveLeft", Key::a), std::pair("moveRight", Key::s), std::pair("centerOrFullscreen", Key::d),
+                                  std::pair("floatCenter", Key::x)};
+  constexpr std::array codes = {0, 1, 2, 7};
+  constexpr int controlAndOption = 0x1800;
+  for (std::size_t i = 0; i < actions.size(); ++i) {
+    ASSERT_TRUE(startRecording(i));
+    keyboard.chord({Key::leftControl, Key::leftAlt, actions.at(i).second});
+    ASSERT_TRUE(isBound(actions.at(i).first, codes.at(i), controlAndOption));
+  }
+  activate(app.window);
+  press(Place::left);
+  keyboard.chord({Key::leftControl, Key::leftAlt, Key::s});
+  EXPECT_TRUE(isTiled(app.window, Place::right));
+  keyboard.chord({Key::leftControl, Key::leftAlt, Key::x});
+  EXPECT_TRUE(isTiled(app.window, Place::floating));
+  ASSERT_TRUE(askToShow());
+  click(resetButton);
+  EXPECT_TRUE(isBound("moveLeft", 33, 0xA00));
+  activate(app.window);
+  press(Place::left);
+  EXPECT_TRUE(isTiled(app.window, Place::left));
+}
+
+TEST_P(RecorderTest, AShortcutThatTiloraHoldsIsRecordedAndDoesNotFire) {
+  const App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(isTiled(app.window, Place::full));
+  ASSERT_TRUE(askToShow());
+  ASSERT_TRUE(startRecording(0));
+  keyboard.chord({Key::leftAlt, Key::leftShift, Key::leftBracket});
+  ASSERT_TRUE(isBound("moveLeft", 33, 0xA00));
+  ASSERT_TRUE(passes(2));
+  EXPECT_TRUE(isTiled(app.window, Place::full));
+}
+
+TEST_P(RecorderTest, RecordsOptionAloneKeysWithoutASymbolAndOtherLayouts) {
+  open("app");
+  startTilora();
+  ASSERT_TRUE(askToShow());
+  ASSERT_TRUE(startRecording(0));
+  keyboard.chord({Key::leftAlt, Key::k});
+  ASSERT_TRUE(isBound("moveLeft", 40, 0x800));
+  ASSERT_TRUE(startRecording(1));
+  keyboard.chord({Key::leftSuper, Key::f5});
+  ASSERT_TRUE(isBound("moveRight", 96, 0x100));
+}
+
+TEST_P(RecorderTest, ClosingTheWindowWhileRecordingReleasesTheKeys) {
+  const App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(askToShow());
+  ASSERT_TRUE(startRecording(0));
+  display.close(settings());
+  ASSERT_TRUE(comesTrue([&] { return settings() == XCB_WINDOW_NONE; }));
+  activate(app.window);
+  press(Place::right);
+  EXPECT_TRUE(isTiled(app.window, Place::right));
+}
+
+TEST_P(RecorderTest, ThePaddingGoesFromNothingToEightyAndTheWindowsFollow) {
+  const App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(askToShow());
+  click(increment);
+  EXPECT_TRUE(paddingIs(13));
+  pointer.press();
+  EXPECT_TRUE(paddingIs(80));
+  pointer.release();
+  EXPECT_TRUE(comesTrue([&] { return display.frame(app.window) == PixelRect{80, 80, 1440, 740}; }));
+  click(decrement);
+  EXPECT_TRUE(paddingIs(79));
+  pointer.press();
+  EXPECT_TRUE(paddingIs(0));
+  pointer.release();
+  EXPECT_TRUE(comesTrue([&] { return display.frame(app.window) == PixelRect{0, 0, 1600, 900}; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(On, PanelTest, testing::Values(WindowManagerKind::openbox), windowManagerOf);
+INSTANTIATE_TEST_SUITE_P(On, SettingsTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+INSTANTIATE_TEST_SUITE_P(On, RecorderTest, testing::Values(WindowManagerKind::openbox), windowManagerOf);
+
+}  // namespace
+}  // namespace tilora::harness
