@@ -54,8 +54,8 @@ class X11Desktop {
   HotKeys& hotKeys();
   KeyMonitor& keyMonitor();
 
-  /// A key press of one of this process's own windows, as its X event has it. While a monitor is installed it is the monitor's alone, and the
-  /// answer is true; a key that makes no key-down on its own, a modifier for instance, goes to nobody then.
+  /// A key press of one of this process's own windows, as its X event has it. While a monitor is installed it is the monitor's alone, and
+  /// the answer is true; a key that makes no key-down on its own, a modifier for instance, goes to nobody then.
   bool monitorKey(xcb_keycode_t keycode, std::uint16_t state);
   /// Restores, raises and focuses one of this process's own windows, whichever program is active.
   void activate(xcb_window_t window);
