@@ -50,7 +50,14 @@ void FocusKeeper::giveBack(const WindowManagerTraits& traits) {
   hold_->managerAnswers = traits.answersFrameExtents && model_.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
   hold_->sent = true;
   if (hold_->expectsFocus && !traits.restoreFocuses) requestActivation(connection_, hold_->restored.back()->id, clock_.now());
+  if (hold_->managerAnswers) hold_->questionAfterRestores = barrier_.ask();
   startGuard(longestHold);
+}
+
+/// Whether the focus may yet move to what was restored: the manager has not dealt with the restores, or cannot be asked.
+bool FocusKeeper::isStillToCome() const {
+  if (!hold_->expectsFocus || hold_->askedBack) return false;
+  return !hold_->managerAnswers || !barrier_.isAnswered(hold_->questionAfterRestores);
 }
 
 bool FocusKeeper::hasArrived(xcb_window_t active) const {
@@ -88,6 +95,7 @@ bool FocusKeeper::update() {
     end();
     if (choice_) startGuard(longestHold);
   }
+  if (const auto anchor = hold_ ? model_.find(hold_->anchor) : nullptr; anchor && anchor->isMinimizedByUser()) end();
   if (hold_) {
     if (hold_->sent && !hold_->askedBack && hasArrived(active)) askBack();
     if (hold_->askedBack && hold_->managerAnswers && barrier_.isAnswered(hold_->question)) releaseKeyboard();
@@ -122,8 +130,7 @@ void FocusKeeper::guardElapsed(bool isLast) {
   const xcb_window_t active = model_.facts().active;
   if (hold_) {
     releaseKeyboard();
-    const bool isStillToCome = hold_->expectsFocus && !hold_->askedBack;
-    if (isStillToCome && !isLast) return startGuard(longestWatch - longestHold);
+    if (isStillToCome() && !isLast) return startGuard(longestWatch - longestHold);
     const xcb_window_t anchor = hold_->anchor;
     const bool strayed = active != anchor && isOurs(active, *hold_) && model_.find(anchor) != nullptr;
     end();

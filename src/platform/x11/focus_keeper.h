@@ -62,6 +62,8 @@ class FocusKeeper {
     /// Whether the manager tells when it is done, and the question that it answers then.
     bool managerAnswers = false;
     std::uint64_t question = 0;
+    /// The question that was asked after the restores.
+    std::uint64_t questionAfterRestores = 0;
   };
 
   /// A window that the user chose while the focus was already asked back for another one: the manager may do that afterwards.
@@ -75,6 +77,7 @@ class FocusKeeper {
   /// Whether the window manager undid the user's choice for our request's sake; the choice is repeated then.
   bool undoesChoice(xcb_window_t active);
   bool hasArrived(xcb_window_t active) const;
+  bool isStillToCome() const;
   void holdKeyboard();
   void askBack();
   void releaseKeyboard();

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/x11/requests.h"
 
@@ -94,7 +95,7 @@ bool FrameWriter::write(ClientWindow& window, Clock::time_point now) {
   if (visible != frame.requested) {
     frame.accepted.reset();
     frame.attempts = 0;
-    if (visible == current && !window.states.maximized() && frame.answered) {
+    if (visible == current && !window.states.maximized() && frame.answered && !frame.unsure) {
       frame.requested = visible;
       return false;
     }
@@ -145,6 +146,7 @@ void FrameWriter::request(ClientWindow& window, const PixelRect& visible, Clock:
   PixelRect client = clientRect(visible, window.decoration, window.shadow);
   client.x -= frame.driftX;
   client.y -= frame.driftY;
+  if (std::exchange(frame.unsure, false)) requestFrame(connection_, window.id, {client.x, client.y, client.width, client.height - 1});
   requestFrame(connection_, window.id, client);
   frame.requested = visible;
   frame.decoration = window.decoration;

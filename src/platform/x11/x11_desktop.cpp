@@ -218,6 +218,7 @@ class X11Desktop::Parts {
     for (const auto& window : state.model.windows()) {
       HideWriter::forgetRequests(*window);
       window->frame = {};
+      window->frame.unsure = true;
       state.model.reread(*window);
     }
     scheduleReview(managerReviewTime);
