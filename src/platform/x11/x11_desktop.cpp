@@ -87,7 +87,7 @@ class X11Desktop::Parts {
   std::deque<xcb_key_press_event_t> laterKeys_;
   bool screensAreStale_ = false;
   bool reviewIsDue_ = false;
-  bool managerIsReady_ = false;
+  bool managerIsNew_ = false;
   std::uint64_t lastFocusSerial_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 
@@ -162,8 +162,8 @@ class X11Desktop::Parts {
 
   void apply(const ModelChanges& changes) {
     if (changes.windowManager) state.barrier.forgetQuestions();
-    const bool wasReady = std::exchange(managerIsReady_, state.model.isReady());
-    if (managerIsReady_ && !wasReady) windowManagerTookOver();
+    managerIsNew_ |= changes.windowManager;
+    if (managerIsNew_ && state.model.isReady()) windowManagerTookOver();
     if (changes.windowManager || changes.support) trust.supportChanged();
     settleWindows(changes);
     followShown(changes.shown);
@@ -215,6 +215,7 @@ class X11Desktop::Parts {
   }
 
   void windowManagerTookOver() {
+    managerIsNew_ = false;
     for (const auto& window : state.model.windows()) {
       HideWriter::forgetRequests(*window);
       window->frame = {};
