@@ -16,7 +16,7 @@ debian_packages() {
     # A small desktop: an X server in memory, a window manager, a panel, and programs of three toolkits.
     run)
       echo xvfb x11-xserver-utils x11-xkb-utils openbox tint2 xterm mousepad featherpad
-      echo dbus-daemon fonts-dejavu-core adwaita-icon-theme
+      echo dbus-daemon fonts-dejavu-core adwaita-icon-theme xdg-utils
       ;;
     test) debian_packages run; echo xserver-xorg-core xserver-xorg-video-dummy trayer xfce4-panel xfwm4 icewm marco mate-settings-daemon-common mate-desktop-common metacity ;;
     desktops) debian_packages test; echo fluxbox jwm kwin-x11 mutter ;;

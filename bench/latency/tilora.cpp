@@ -13,7 +13,7 @@ class Tilora : public Contestant {
   Tilora(Desk& desk, const std::filesystem::path& program) : desk_(desk) {
     while (desk_.windows().size() < 4) desk_.open();
     desk_.session().home().write("config/tilora/consent.json", R"({"Tilora.Consent":{"type":"bool","value":true}})");
-    std::filesystem::remove(desk_.session().home().path() / "config/tilora/settings.json");
+    desk_.session().resetSettings();
     activate(0);
     desk_.expectFree(tiloraKeys);
     process_ = desk_.session().start({program.string()});

@@ -9,7 +9,9 @@
 #include <optional>
 
 #include "app/consent_request.h"
+#include "app/fetch_program.h"
 #include "app/login_items_page.h"
+#include "app/message_box_alert.h"
 #include "app/program.h"
 #include "app/qt_main_queue.h"
 #include "app/qt_shell.h"
@@ -18,6 +20,7 @@
 #include "app/ui/tray_icon.h"
 #include "app/ui/user_interface.h"
 #include "app/ui/visible_frame.h"
+#include "app/update_check.h"
 #include "controller/window_manager_controller.h"
 #include "platform/x11/x11_desktop.h"
 #include "platform/xdg/autostart_entry.h"
@@ -76,7 +79,8 @@ class Front {
 /// The desktop, its services and the controller over them, connected to Qt's event loop.
 class X11Program {
  public:
-  X11Program(x11::Connection& connection, x11::Instance& instance) : desktop_(connection, instance, mainQueue_, consent_) {
+  X11Program(x11::Connection& connection, x11::Instance& instance, const std::string& updateSite)
+      : updateCheck_(updateSite, settings_, shell_, fetcher_, alert_), desktop_(connection, instance, mainQueue_, consent_) {
     instance.onLost([] { QCoreApplication::exit(0); });
     instance.onAskedToShow([this] {
       if (front_) front_->show();
@@ -91,6 +95,7 @@ class X11Program {
                      [this] { exitUnless(desktop_.endTurn()); });
     controller_.emplace(parts());
     front_.emplace(*controller_, desktop_, consent_);
+    mainQueue_.post([this] { updateCheck_.start(); });
     const int status = QCoreApplication::exec();
     front_.reset();
     controller_.reset();
@@ -133,6 +138,9 @@ class X11Program {
   xdg::AutostartEntry loginItem_{xdg::autostartFile(), xdg::runningProgram()};
   QtMainQueue mainQueue_;
   QtShell shell_{pages(), [this](QWindow& window) { desktop_.activate(static_cast<xcb_window_t>(window.winId())); }};
+  FetchProgram fetcher_;
+  MessageBoxAlert alert_;
+  UpdateCheck updateCheck_;
   ConsentRequest consentRequest_;
   StoredConsent consent_{consentStore_, consentRequest_};
   x11::X11Desktop desktop_;
@@ -147,7 +155,7 @@ int fail(const char* why) {
 
 }  // namespace
 
-int runProgram(int argc, char** argv) {
+int runProgram(int argc, char** argv, const std::string& updateSite) {
   // A server that goes away shows as a broken connection, not as a signal.
   std::signal(SIGPIPE, SIG_IGN);
   const auto connection = x11::Connection::open();
@@ -163,7 +171,7 @@ int runProgram(int argc, char** argv) {
   const x11::Instance::Start start = x11::Instance::acquire(*connection);
   switch (start.outcome) {
     case x11::Instance::Outcome::acquired:
-      return X11Program(*connection, *start.instance).run();
+      return X11Program(*connection, *start.instance, updateSite).run();
     case x11::Instance::Outcome::alreadyRunning:
       return 0;
     case x11::Instance::Outcome::failed:

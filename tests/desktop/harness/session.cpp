@@ -25,6 +25,12 @@ Session::Session(std::string display) : display_(std::move(display)) {
   for (const char* folder : {"config", "data", "cache", "state", "runtime", "tmp"})
     std::filesystem::create_directory(home_.path() / folder);
   std::filesystem::permissions(home_.path() / "runtime", std::filesystem::perms::owner_all);
+  resetSettings();
+}
+
+void Session::resetSettings() const {
+  // The first moment of the year 2100.
+  home_.write("config/tilora/settings.json", R"({"lastUpdateCheck": {"type": "date", "value": 4102444800000000000}})");
 }
 
 Environment Session::environment() const {

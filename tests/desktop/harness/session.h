@@ -20,6 +20,9 @@ class Session {
   const TemporaryDirectory& home() const { return home_; }
   /// The environment for a program of this session. Without a bus, the bus address leads nowhere.
   Environment environment() const;
+  /// Puts Tilora's settings back to those of a user who changed none, and whose check for updates is not due: it asks no network. So they
+  /// are at the beginning.
+  void resetSettings() const;
   /// Starts the session's own message bus, once; later environments name it.
   void startBus();
   /// Starts a program of the session; its output goes to a log in the home directory.
