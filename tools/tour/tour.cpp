@@ -2,6 +2,8 @@
 #include "tour.h"
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <csignal>
 #include <iomanip>
 #include <iostream>
@@ -262,8 +264,27 @@ void Tour::report(const std::string& what, const std::string& name) {
   std::cout << std::setw(3) << step_ << "  " << what << std::endl;
 }
 
+std::string Tour::lastEvents() {
+  constexpr std::size_t most = 60;
+  static constexpr std::array<const char*, 8> kinds = {"configured", "mapped",   "unmapped", "destroyed",
+                                                       "reparented", "property", "focus in", "focus out"};
+  harness::Display& display = desktop_.display();
+  const auto& events = display.events();
+  const auto now = std::chrono::steady_clock::now();
+  std::ostringstream text;
+  for (auto event = events.end() - static_cast<std::ptrdiff_t>(std::min(most, events.size())); event != events.end(); ++event) {
+    const auto before = std::chrono::duration_cast<std::chrono::milliseconds>(now - event->time);
+    text << "  " << before.count() << " ms ago: " << std::hex << event->window << std::dec << " "
+         << kinds.at(static_cast<std::size_t>(event->kind));
+    if (event->kind == harness::WindowEvent::Kind::property) text << " " << display.atomName(event->atom);
+    if (event->kind == harness::WindowEvent::Kind::configured) text << " " << event->geometry;
+    text << "\n";
+  }
+  return text.str();
+}
+
 std::string Tour::describe() {
-  std::string text = desktop_.display().describe();
+  std::string text = desktop_.display().describe() + lastEvents();
   if (process_ && !process_->running()) text += "Tilora has ended.\n";
   if (process_) text += process_->output();
   return text;

@@ -30,7 +30,7 @@ class Tour {
 
   /// Takes all the steps and says on standard output what happened. Throws `Failure` at the first one that goes wrong.
   void run();
-  /// What there is to know about a step that went wrong: every window, and what Tilora wrote.
+  /// What there is to know about a step that went wrong: every window, what happened to it last, and what Tilora wrote.
   std::string describe();
 
  private:
@@ -62,6 +62,7 @@ class Tour {
   /// The first thing that is not as it must be, as a sentence; nothing when all is.
   std::optional<std::string> differenceFrom(const std::vector<Seen>& seen);
   std::optional<std::string> differenceFrom(const Seen& seen);
+  std::string lastEvents();
   void report(const std::string& what, const std::string& name);
 
   std::filesystem::path tilora_;
