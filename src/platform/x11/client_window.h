@@ -89,8 +89,8 @@ struct PendingFrame {
   std::optional<Size> size;
   /// The visible frame that was requested last, within the window's own limits; root coordinates.
   std::optional<PixelRect> requested;
-  /// Whether a new window manager may hold the window to be elsewhere than it is: Openbox forgets the decorations when it takes over, and
-  /// ignores a request for the frame that it believes the window to have.
+  /// Whether the window manager may hold the window to be elsewhere than it is, and ignore a request for the frame that it believes the
+  /// window to have: Openbox does when it takes over, and after fullscreen.
   bool unsure = false;
   /// Whether the window manager took the request for one to be fullscreen, since it covered a monitor.
   bool tookFullscreen = false;

@@ -16,6 +16,8 @@ constexpr auto answerTime = std::chrono::milliseconds(800);
 constexpr int mostAttempts = 3;
 /// A window that keeps changing by itself is not fought with; after so long a rest it may be asked again.
 constexpr auto rest = std::chrono::seconds(2);
+/// A frame that lasted so long was reached: what comes after is somebody else's change.
+constexpr auto reachedTime = std::chrono::milliseconds(200);
 /// X windows are placed with 16-bit coordinates.
 constexpr double farthest = 32000;
 
@@ -41,7 +43,9 @@ void learnDrift(ClientWindow& window) {
   const int x = visible.x - frame.requested->x;
   const int y = visible.y - frame.requested->y;
   const bool isBorder = window.declaredBorder ? std::abs(x) == *window.declaredBorder : std::abs(x) <= widestBorder;
-  if (!isBorder || x != y || frame.decoration != window.decoration) return;
+  // A place that stayed wrong when it was asked for again is wrong by the manager's reckoning: Openbox's is off after fullscreen.
+  const bool persists = frame.attempts > 1 && visible.width == frame.requested->width && visible.height == frame.requested->height;
+  if (frame.decoration != window.decoration || !(persists || (isBorder && x == y))) return;
   frame.driftX += x;
   frame.driftY += y;
 }
@@ -104,23 +108,31 @@ bool FrameWriter::write(ClientWindow& window, Clock::time_point now) {
   }
   if (!shouldRequest(frame, current, now)) return false;
   learnDrift(window);
+  frame.unsure |= frame.attempts > 0 && (current.x != visible.x || current.y != visible.y);
   request(window, visible, now);
   return true;
 }
 
 bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, Clock::time_point now) const {
-  if (visible != frame.last) {
+  const bool isAsBefore = visible == frame.last;
+  if (!isAsBefore) {
     frame.last = visible;
     frame.unchangedSince = now;
   }
-  const bool rested = now - frame.unchangedSince >= rest;
+  const auto unchanged = now - frame.unchangedSince;
   if (visible == *frame.requested || visible == frame.accepted) {
-    if (rested) frame.attempts = 0;
+    if (unchanged >= reachedTime) frame.attempts = 0;
     return false;
   }
   if (!frame.answered && now - frame.sentAt < answerTime) return false;
+  // In its place, and no more to be had by asking again: a terminal ends at a whole line.
+  const bool isInPlace = visible.x == frame.requested->x && visible.y == frame.requested->y;
+  if (isInPlace && frame.attempts > 1 && isAsBefore) {
+    frame.accepted = visible;
+    return false;
+  }
   if (frame.attempts < mostAttempts) return true;
-  if (!rested) return false;
+  if (unchanged < rest) return false;
   frame.accepted = visible;
   if (visible.x != frame.requested->x || visible.y != frame.requested->y) frame.driftX = frame.driftY = 0;
   return false;
@@ -134,7 +146,7 @@ void FrameWriter::changed(ClientWindow& window, Clock::time_point now) {
   const bool recent = now - frame.sentAt < answerTime;
   frame.tookFullscreen |= window.states.fullscreen && recent && coversAMonitor(*frame.requested);
   const bool reckonedOtherwise = frame.decoration != window.decoration || frame.shadow != window.shadow;
-  if (!reckonedOtherwise || !recent || window.states.maximized() || frame.attempts > mostAttempts) return;
+  if (!reckonedOtherwise || !recent || window.states.maximized() || window.isFullscreen() || frame.attempts > mostAttempts) return;
   if (window.visible() == *frame.requested) return;
   request(window, *frame.requested, now);
 }
@@ -142,7 +154,7 @@ void FrameWriter::changed(ClientWindow& window, Clock::time_point now) {
 void FrameWriter::request(ClientWindow& window, const PixelRect& visible, Clock::time_point now) {
   PendingFrame& frame = window.frame;
   if (window.states.maximized()) requestUnmaximize(connection_, window.id);
-  if (window.states.fullscreen) requestNotFullscreen(connection_, window.id);
+  if (frame.tookFullscreen) requestNotFullscreen(connection_, window.id);
   PixelRect client = clientRect(visible, window.decoration, window.shadow);
   client.x -= frame.driftX;
   client.y -= frame.driftY;
