@@ -122,6 +122,8 @@ TEST_P(EndingTest, ASecondCopyEndsAtOnceAndTheFirstOneGoesOn) {
   ManagedProcess second = runTilora();
   EXPECT_EQ(second.waitForEnd(), (ProcessEnd{.status = 0, .signal = {}}));
   EXPECT_TRUE(tilora->running());
+  // The first one has opened its settings window for the second.
+  activate(app.window);
   press(Place::left);
   EXPECT_TRUE(isTiled(app.window, Place::left));
 }

@@ -355,7 +355,7 @@ TEST_P(PanelTest, NothingIsKeptOfAHundredOpenings) {
   openAndClose(10);
   const long before = proportionalMemory();
   openAndClose(100);
-  EXPECT_LT(proportionalMemory(), before + 1500);
+  EXPECT_LT(proportionalMemory(), before + 4096);
   ASSERT_TRUE(askToShow());
   ASSERT_TRUE(openMenu());
   EXPECT_LT(proportionalMemory(), 60'000);
