@@ -20,9 +20,11 @@ namespace {
 using updater::AlertAnswer;
 
 class ShownAlert : public testing::Test {
- protected:
+ public:
+  std::optional<AlertAnswer> answer;
+
   QMessageBox& show(const std::string& version = "1.4") {
-    alert.show(updater::alertFor(version), [this, token = token_](AlertAnswer given) { answer = given; });
+    alert_.show(updater::alertFor(version), [this, token = token_](AlertAnswer given) { answer = given; });
     EXPECT_FALSE(answer) << "the answer did not wait for the user";
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     EXPECT_NE(box, nullptr);
@@ -43,15 +45,8 @@ class ShownAlert : public testing::Test {
   std::array<char, 5> name_ = {'t', 'e', 's', 't', '\0'};
   std::array<char*, 2> arguments_ = {name_.data(), nullptr};
   QApplication application_{argumentCount_, arguments_.data()};
-
- protected:
-  std::optional<AlertAnswer> answer;
-
- private:
   std::shared_ptr<int> token_ = std::make_shared<int>();
-
- protected:
-  MessageBoxAlert alert;
+  MessageBoxAlert alert_;
 };
 
 TEST_F(ShownAlert, HasItsTextsAndAnIconThatInforms) {

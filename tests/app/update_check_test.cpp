@@ -72,7 +72,7 @@ class HeldAlert : public updater::Alert {
 };
 
 class Launch : public testing::Test {
- protected:
+ public:
   void SetUp() override { QCoreApplication::setApplicationVersion(QStringLiteral("1.3")); }
   void TearDown() override { QCoreApplication::setApplicationVersion(QString()); }
 

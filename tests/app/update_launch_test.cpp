@@ -114,7 +114,7 @@ class RegisteredBrowser {
 };
 
 class UpdateLaunch : public testing::Test {
- protected:
+ public:
   EventLoop loop;
   harness::ServerProcess server;
   harness::WireTap tap{server.display(), queryPointer};

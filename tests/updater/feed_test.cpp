@@ -8,7 +8,7 @@
 namespace tilora::updater {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 TEST(Feed, IsAnObjectOfThreeStrings) {
   const Updater expected = {.product = "Tilora", .version = "1.3", .file = "Tilora-1.3.zip"};

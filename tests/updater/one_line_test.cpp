@@ -8,7 +8,7 @@
 namespace tilora::updater {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 struct LineCase {
   std::string name;

@@ -26,7 +26,7 @@ std::string showing(const std::string& version) {
 }
 
 class Check : public testing::Test {
- protected:
+ public:
   RecordingSurroundings desk;
 
   void start(const std::string& baseUrl = site, int backOffDays = 5, std::optional<std::string> localVersion = "1.3") {

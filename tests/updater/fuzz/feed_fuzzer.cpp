@@ -42,6 +42,7 @@ void checkAddress(std::string_view file) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name is libFuzzer's.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string body(data, data + size);
   const auto feed = decodeFeed(body);

@@ -42,7 +42,7 @@ const Trace upToDate = {"print Releasewatch: application 1.3 already up to date.
 
 /// The loop, a program of version 1.3, and a user who always presses the first button.
 class CheckOverTheNetwork : public testing::Test {
- protected:
+ public:
   app::EventLoop loop;
 
   Trace check(const std::string& root, const FetchLimits& limits = {}) {

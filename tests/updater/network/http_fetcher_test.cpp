@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "app/event_loop.h"
 #include "release_site.h"
 #include "test_certificate.h"
@@ -18,7 +20,7 @@ using testing::Not;
 using testing::SizeIs;
 
 class Fetch : public testing::Test {
- protected:
+ public:
   app::EventLoop loop;
 
   Fetched get(HttpFetcher& fetcher, const std::string& address) {
@@ -69,7 +71,7 @@ TEST_F(Fetch, TakesTheBodyWhateverTheStatus) {
 
 TEST_F(Fetch, TakesTheBodyOfARefusalAndGivesNoName) {
   ReleaseSite site;
-  for (const QByteArray scheme : {"Basic realm=\"x\"", "Digest realm=\"x\", nonce=\"y\"", "Negotiate", "NTLM"}) {
+  for (const QByteArray scheme : {R"(Basic realm="x")", R"(Digest realm="x", nonce="y")", "Negotiate", "NTLM"}) {
     site.serve("/", whole(http("401 Unauthorized", "body", "WWW-Authenticate: " + scheme + "\r\n")));
     const auto before = site.requests().size();
     EXPECT_EQ(get(site.root() + "/").body, "body") << scheme.toStdString();
@@ -156,7 +158,7 @@ struct Mishap {
 TEST_F(Fetch, FailsWhenTheAnswerDoesNotComeWhole) {
   ReleaseSite site;
   const QByteArray half = "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf";
-  const Mishap mishaps[] = {
+  const std::vector<Mishap> mishaps = {
       {"closed half-way", whole(half)},
       {"closed at once", whole("")},
       {"closed in the head", whole("HTTP/1.1 200 OK\r\nContent-Le")},
@@ -194,7 +196,7 @@ TEST_F(Fetch, FailsWhenTheHostIsUnknown) { EXPECT_EQ(get("https://tilora.invalid
 TEST_F(Fetch, GivesUpWhatIsNotThereInTime) {
   ReleaseSite site;
   const FetchLimits limits = {.time = 300ms};
-  const Mishap mishaps[] = {
+  const std::vector<Mishap> mishaps = {
       {"never", silence()},
       {"head byte by byte", dribble(http("200 OK", "body"), 20ms)},
       {"body byte by byte",
@@ -215,8 +217,8 @@ TEST_F(Fetch, GivesUpWhatIsNotThereInTime) {
 TEST_F(Fetch, GivesUpABodyWithoutEnd) {
   ReleaseSite site;
   const QByteArray more(4096, 'x');
-  const QByteArray zeros = qCompress(QByteArray(64 * 1024 * 1024, '\0')).mid(4);
-  const Mishap mishaps[] = {
+  const QByteArray zeros = qCompress(QByteArray(qsizetype{64} << 20U, '\0')).mid(4);
+  const std::vector<Mishap> mishaps = {
       {"without length", endless("HTTP/1.1 200 OK\r\n\r\n", more)},
       {"in chunks", endless("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n", "1000\r\n" + more + "\r\n")},
       {"under an error", endless("HTTP/1.1 500 Oops\r\n\r\n", more)},
