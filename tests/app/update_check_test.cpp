@@ -84,8 +84,8 @@ class Launch : public testing::Test {
     testing::internal::CaptureStdout();
     check.start();
     loop.runUntil([&] { return !fetcher.isRunning(); });
-    QFile asked(script.path() + QStringLiteral(".asked"));
-    if (asked.open(QIODevice::ReadOnly)) asked_ += asked.readAll().toStdString();
+    QFile notes(script.path() + QStringLiteral(".asked"));
+    if (notes.open(QIODevice::ReadOnly)) asked += notes.readAll().toStdString();
     if (alert.done) std::exchange(alert.done, nullptr)(AlertAnswer::firstButton);
     return testing::internal::GetCapturedStdout();
   }
@@ -94,13 +94,13 @@ class Launch : public testing::Test {
   xdg::SettingsFile settings{{}};
   RecordingShell shell;
   HeldAlert alert;
-  std::string asked_;
+  std::string asked;
 };
 
 TEST_F(Launch, OffersAnotherVersionAndBacksOffAtTheNextStart) {
   const QString feed = QStringLiteral(R"({"product":"Tilora","version":"1.4","file":"Tilora 1.4.zip"})");
   EXPECT_EQ(launch(feed), "Releasewatch: checking for update at https://releases.invalid/tilora...\n");
-  EXPECT_EQ(asked_, "https://releases.invalid/tilora/updater.json\n");
+  EXPECT_EQ(asked, "https://releases.invalid/tilora/updater.json\n");
   EXPECT_EQ(alert.shown, updater::alertFor("1.4"));
   EXPECT_EQ(shell.opened, std::vector<std::string>{"https://releases.invalid/tilora/Tilora%201.4.zip"});
   const auto date = settings.date("lastUpdateCheck");
