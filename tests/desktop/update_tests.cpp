@@ -116,7 +116,7 @@ class RegisteredBrowser {
 
 /// A desktop with a panel, a browser and an editor, and a program whose check is due.
 class UpdateTest : public DesktopTest {
- protected:
+ public:
   void SetUp() override {
     DesktopTest::SetUp();
     panel.emplace(session.start({"tint2", "-c", session.home().write("tint2rc", panelConfiguration).string()}));
