@@ -74,6 +74,26 @@ TEST_P(FrameTest, AWindowThatGrowsInStepsEndsInsideItsPlace) {
   }
 }
 
+TEST_P(FrameTest, AWindowThatLeavesFullscreenGoesBackToItsPlace) {
+  const App& plain = open("plain");
+  const App& stepped = open("terminal", {.baseWidth = 4, .baseHeight = 5, .widthIncrement = 9, .heightIncrement = 17});
+  startTilora();
+  EXPECT_TRUE(isHidden(plain.window));
+  for (const auto& [app, steps] : {std::pair(&plain, Steps{}), std::pair(&stepped, Steps{.width = 9, .height = 17})}) {
+    activate(app->window);
+    for (const Place place : {Place::right, Place::full}) {
+      press(place);
+      EXPECT_TRUE(isTiled(app->window, place, wholeScreen, steps));
+      display.changeState(app->window, true, "_NET_WM_STATE_FULLSCREEN");
+      EXPECT_TRUE(comesTrue([&] { return display.clientArea(app->window) == wholeScreen; }));
+      ASSERT_TRUE(passes());
+      display.changeState(app->window, false, "_NET_WM_STATE_FULLSCREEN");
+      EXPECT_TRUE(comesTrue([&] { return display.clientArea(app->window) != wholeScreen; }));
+      EXPECT_TRUE(isTiled(app->window, place, wholeScreen, steps));
+    }
+  }
+}
+
 TEST_P(FrameTest, AWindowThatIsTooLargeForItsPlaceStaysOnTheScreen) {
   const App& app = open("wide", {.geometry = {60, 60, 1000, 300}, .minWidth = 1000, .minHeight = 200});
   startTilora();

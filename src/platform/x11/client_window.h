@@ -94,6 +94,8 @@ struct PendingFrame {
   bool unsure = false;
   /// Whether the window manager took the request for one to be fullscreen, since it covered a monitor.
   bool tookFullscreen = false;
+  /// Whether the window was fullscreen by somebody else's wish when it was last looked at.
+  bool wasFullscreen = false;
   /// The decorations and shadow that the request reckoned with.
   Extents decoration;
   Extents shadow;

@@ -50,6 +50,13 @@ void learnDrift(ClientWindow& window) {
   frame.driftY += y;
 }
 
+/// Where the manager put the window when it left fullscreen is not the window's own choice.
+void startOver(PendingFrame& frame) {
+  frame.accepted.reset();
+  frame.attempts = 0;
+  frame.unsure = true;
+}
+
 long overlap(const PixelRect& a, const PixelRect& b) {
   const PixelRect common = intersection(a, b);
   return common.isEmpty() ? 0 : static_cast<long>(common.width) * common.height;
@@ -129,6 +136,7 @@ bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, C
   const bool isInPlace = visible.x == frame.requested->x && visible.y == frame.requested->y;
   if (isInPlace && frame.attempts > 1 && isAsBefore) {
     frame.accepted = visible;
+    frame.attempts = 0;
     return false;
   }
   if (frame.attempts < mostAttempts) return true;
@@ -142,7 +150,9 @@ void FrameWriter::changed(ClientWindow& window, Clock::time_point now) {
   PendingFrame& frame = window.frame;
   frame.answered = true;
   if (!window.states.fullscreen) frame.tookFullscreen = false;
+  const bool leftFullscreen = std::exchange(frame.wasFullscreen, window.isFullscreen()) && !window.states.fullscreen;
   if (!frame.requested) return;
+  if (leftFullscreen) startOver(frame);
   const bool recent = now - frame.sentAt < answerTime;
   frame.tookFullscreen |= window.states.fullscreen && recent && coversAMonitor(*frame.requested);
   const bool reckonedOtherwise = frame.decoration != window.decoration || frame.shadow != window.shadow;
@@ -158,7 +168,8 @@ void FrameWriter::request(ClientWindow& window, const PixelRect& visible, Clock:
   PixelRect client = clientRect(visible, window.decoration, window.shadow);
   client.x -= frame.driftX;
   client.y -= frame.driftY;
-  if (std::exchange(frame.unsure, false)) requestFrame(connection_, window.id, {client.x, client.y, client.width, client.height - 1});
+  // One pixel lower, since one less in height is none for a window that grows by whole lines.
+  if (std::exchange(frame.unsure, false)) requestFrame(connection_, window.id, {client.x, client.y + 1, client.width, client.height - 1});
   requestFrame(connection_, window.id, client);
   frame.requested = visible;
   frame.decoration = window.decoration;
