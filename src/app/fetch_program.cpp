@@ -9,7 +9,8 @@ constexpr auto patience = std::chrono::minutes(2);
 
 updater::Fetched fetchedBy(const HelperEnd& end) {
   if (end.status == 0) return {.body = end.output.toStdString(), .error = {}};
-  const std::string error = end.errors.left(end.errors.indexOf('\n')).toStdString();
+  const QByteArray lines = end.errors.trimmed();
+  const std::string error = lines.mid(lines.lastIndexOf('\n') + 1).toStdString();
   return {.body = std::nullopt, .error = end.status && !error.empty() ? error : "the program that fetches the feed failed."};
 }
 

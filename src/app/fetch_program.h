@@ -10,8 +10,8 @@ namespace tilora::app {
 class FetchProgram : public updater::Fetcher {
  public:
   FetchProgram() : FetchProgram(helperPath(QStringLiteral("tilora-fetch"))) {}
-  /// Fetches with the program at `path`: called with the address, it writes the body to standard output and answers 0, or one line to
-  /// standard error and answers something else.
+  /// Fetches with the program at `path`: called with the address, it writes the body to standard output and answers 0, or says why not in
+  /// the last line of standard error, where libraries may have their say before, and answers something else.
   explicit FetchProgram(QString path) : program_(std::move(path)) {}
 
   bool isRunning() const { return program_.isRunning(); }

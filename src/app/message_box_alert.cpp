@@ -36,6 +36,7 @@ void MessageBoxAlert::show(const updater::UpdateAlert& alert, std::function<void
     box_.release()->deleteLater();
     then(isFirst ? updater::AlertAnswer::firstButton : updater::AlertAnswer::secondButton);
   });
+  comes_();
   box_->show();
   box_->raise();
 }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QMessageBox>
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "updater/surroundings.h"
 
@@ -12,9 +14,13 @@ namespace tilora::app {
 /// The box goes with the alert. Main thread of a program with a QApplication only.
 class MessageBoxAlert : public updater::Alert {
  public:
+  /// `comes` is called before a box is shown: who has grabbed the keyboard or the pointer has to let go of them.
+  explicit MessageBoxAlert(std::function<void()> comes = [] {}) : comes_(std::move(comes)) {}
+
   void show(const updater::UpdateAlert& alert, std::function<void(updater::AlertAnswer)> done) override;
 
  private:
+  const std::function<void()> comes_;
   std::unique_ptr<QMessageBox> box_;
 };
 

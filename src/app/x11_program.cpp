@@ -15,6 +15,7 @@
 #include "app/program.h"
 #include "app/qt_main_queue.h"
 #include "app/qt_shell.h"
+#include "app/standard_streams.h"
 #include "app/stored_consent.h"
 #include "app/termination_signals.h"
 #include "app/ui/tray_icon.h"
@@ -60,6 +61,7 @@ class Front {
     interface_.performSettingsCommand();
   }
   void openAccess() { interface_.openAccess(); }
+  void closeMenu() { interface_.closeMenu(); }
 
  private:
   bool monitorsKey(const QKeyEvent& key) {
@@ -139,7 +141,9 @@ class X11Program {
   QtMainQueue mainQueue_;
   QtShell shell_{pages(), [this](QWindow& window) { desktop_.activate(static_cast<xcb_window_t>(window.winId())); }};
   FetchProgram fetcher_;
-  MessageBoxAlert alert_;
+  MessageBoxAlert alert_{[this] {
+    if (front_) front_->closeMenu();
+  }};
   UpdateCheck updateCheck_;
   ConsentRequest consentRequest_;
   StoredConsent consent_{consentStore_, consentRequest_};
@@ -156,6 +160,7 @@ int fail(const char* why) {
 }  // namespace
 
 int runProgram(int argc, char** argv, const std::string& updateSite) {
+  openStandardStreams();
   // A server that goes away shows as a broken connection, not as a signal.
   std::signal(SIGPIPE, SIG_IGN);
   const auto connection = x11::Connection::open();

@@ -47,10 +47,6 @@ void Releasewatch::readFeed(const Fetched& fetched) {
 
 void Releasewatch::offer(const Updater& updater) {
   surroundings_.alert.show(alertFor(updater.version), [self = shared_from_this(), updater](AlertAnswer answer) {
-    if (answer == AlertAnswer::notShown) {
-      self->print("the alert could not be shown.");
-      return;
-    }
     if (answer == AlertAnswer::firstButton) self->download(updater);
     self->writeDate();
   });

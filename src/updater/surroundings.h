@@ -48,12 +48,7 @@ class Fetcher {
   virtual void fetch(const std::string& address, std::function<void(Fetched)> done) = 0;
 };
 
-enum class AlertAnswer : std::uint8_t {
-  firstButton,
-  secondButton,
-  /// Nobody can have seen the alert.
-  notShown,
-};
+enum class AlertAnswer : std::uint8_t { firstButton, secondButton };
 
 class Alert {
  public:

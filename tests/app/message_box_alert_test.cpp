@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <vector>
 
 namespace tilora::app {
 namespace {
@@ -104,6 +105,14 @@ TEST_F(ShownAlert, ReleasesWhatItWasGivenWhenItEnds) {
   box.close();
   EXPECT_TRUE(QTest::qWaitFor([&] { return !isHeld(); }));
   EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+}
+
+TEST_F(ShownAlert, SaysThatItComesWhileNothingIsShownYet) {
+  std::vector<bool> shown;
+  MessageBoxAlert other([&] { shown.push_back(QApplication::activeModalWidget() != nullptr); });
+  EXPECT_TRUE(shown.empty());
+  other.show(updater::alertFor("1.4"), [](AlertAnswer) {});
+  EXPECT_EQ(shown, std::vector<bool>{false});
 }
 
 TEST_F(ShownAlert, GoesWithItsOwner) {

@@ -38,7 +38,7 @@ TEST(FetchProgram, AnswersWithWhatTheProgramWrote) {
 
 TEST(FetchProgram, SaysInOneLineWhyThereIsNoBody) {
   EventLoop loop;
-  const StandInDialog refusal(QStringLiteral("echo half; echo 'Connection refused' >&2; echo more >&2; exit 1"));
+  const StandInDialog refusal(QStringLiteral("echo half; echo 'a warning' >&2; echo 'Connection refused' >&2; exit 1"));
   const auto refused = fetchedBy(loop, refusal.path());
   EXPECT_EQ(refused->body, std::nullopt);
   EXPECT_EQ(refused->error, "Connection refused");

@@ -141,15 +141,6 @@ TEST_F(Check, OpensTheDownloadAndThenWritesTheDate) {
   EXPECT_TRUE(hasEnded());
 }
 
-TEST_F(Check, OfAnAlertThatNobodySawSaysSoAndLeavesTheDate) {
-  start();
-  desk.bodyComes(feedOf("1.4"));
-  desk.alertEnds(AlertAnswer::notShown);
-  EXPECT_THAT(desk.done, ElementsAre(checking, fetching, showing("1.4"), "print Releasewatch: the alert could not be shown."));
-  EXPECT_EQ(desk.date, std::nullopt);
-  EXPECT_TRUE(hasEnded());
-}
-
 class File : public Check, public testing::WithParamInterface<std::pair<const char*, const char*>> {};
 
 TEST_P(File, StaysUnderTheSite) {

@@ -71,6 +71,10 @@ void UserInterface::toggleMenu(const QRect& icon) {
   if (screen != nullptr) panel_->openAt(icon, parts_.visibleFrame(*screen));
 }
 
+void UserInterface::closeMenu() {
+  if (panel_) panel_->dismiss();
+}
+
 void UserInterface::openSettings(bool offersMenu) {
   QQmlEngine& qml = engine();
   if (!settingsWindow_) {

@@ -38,6 +38,7 @@ class UserInterface {
 
   /// Opens the menu at an icon, or closes it when it is open.
   void toggleMenu(const QRect& icon);
+  void closeMenu();
   /// Shows the settings window; it is raised when it is open. With `offersMenu`, it also does what the menu does.
   void openSettings(bool offersMenu);
   /// What the settings command does: opens the window and raises it until it stands.

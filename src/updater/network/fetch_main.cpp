@@ -1,4 +1,5 @@
-// Writes what lies at an address to standard output: tilora-fetch ADDRESS. Status 1, and one line of standard error, when it cannot be had.
+// Writes what lies at an address to standard output: tilora-fetch ADDRESS. Status 1 when it cannot be had; the last line of standard error
+// says why.
 #include <QCoreApplication>
 #include <cstdio>
 
