@@ -40,7 +40,6 @@ class VirtualDesktopTest : public SessionTest {
   }
 };
 
-/// What there is of Show Desktop.
 class ShowDesktopTest : public SessionTest {
  protected:
   void showTheDesktop(bool show) {
@@ -117,6 +116,8 @@ TEST_P(SessionTest, TheWindowsStayTiledWhenTheWindowManagerIsReplacedByItself) {
   EXPECT_TRUE(isTiled(third.window, Place::full));
   EXPECT_TRUE(isHidden(pair.left.window));
   replaceWindowManager(GetParam());
+  // Some give the focus to another window when they start.
+  activate(third.window);
   EXPECT_TRUE(isTiled(third.window, Place::full));
   EXPECT_TRUE(isHidden(pair.left.window));
   EXPECT_TRUE(isHidden(pair.right.window));
@@ -183,7 +184,12 @@ TEST_P(EarlyStartTest, TiloraThatIsStartedBeforeTheWindowManagerWaitsForIt) {
 
 INSTANTIATE_TEST_SUITE_P(On, SessionTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
 INSTANTIATE_TEST_SUITE_P(On, VirtualDesktopTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
-INSTANTIATE_TEST_SUITE_P(On, ShowDesktopTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+// Fluxbox has no Show Desktop.
+INSTANTIATE_TEST_SUITE_P(On, ShowDesktopTest,
+                         testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4, WindowManagerKind::metacity,
+                                         WindowManagerKind::marco, WindowManagerKind::icewm, WindowManagerKind::jwm,
+                                         WindowManagerKind::kwin, WindowManagerKind::mutter),
+                         windowManagerOf);
 INSTANTIATE_TEST_SUITE_P(On, EarlyStartTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
 
 }  // namespace
