@@ -54,7 +54,7 @@ void writeSettings(const TemporaryDirectory& home, bool compositing) {
   home.write("config/kdeglobals", "[KDE]\nAnimationDurationFactor=0\n");
   home.write("config/glib-2.0/settings/keyfile", "[org/gnome/metacity]\ncompositor='" + std::string(compositing ? "xrender" : "none") +
                                                      "'\n[org/mate/marco/general]\ncompositing-manager=" + on +
-                                                     "\nreduced-resources=true\n[org/gnome/desktop/interface]\nenable-animations=false\n");
+                                                     "\n[org/gnome/desktop/interface]\nenable-animations=false\n");
   // Without a wallpaper program it would say so in a window of its own.
   home.write(".fluxbox/overlay", "background: none\n");
   home.write("config/openbox/rc.xml", openboxSettings());
