@@ -1,6 +1,7 @@
 // The resident process on an X11 desktop: the engine, the icon and the windows in one.
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QGuiApplication>
 #include <QScreen>
 #include <QSocketNotifier>
 #include <csignal>
@@ -35,6 +36,12 @@ namespace {
 std::filesystem::path configurationFile(const char* name) {
   const std::filesystem::path folder = xdg::tiloraConfiguration();
   return folder.empty() ? folder : folder / name;
+}
+
+/// Sends what Qt has to say to the server. It would keep that until the server has told it something: a window raised by a timer would come
+/// to the front when the user has long gone to another.
+void flushQt() {
+  if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) xcb_flush(x11->connection());
 }
 
 /// The icon and the windows of the program over its engine.
@@ -93,8 +100,10 @@ class X11Program {
   int run() {
     const QSocketNotifier arrivals(desktop_.fileDescriptor(), QSocketNotifier::Read);
     QObject::connect(&arrivals, &QSocketNotifier::activated, &arrivals, [this] { exitUnless(desktop_.dispatch()); });
-    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &arrivals,
-                     [this] { exitUnless(desktop_.endTurn()); });
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &arrivals, [this] {
+      flushQt();
+      exitUnless(desktop_.endTurn());
+    });
     controller_.emplace(parts());
     front_.emplace(*controller_, desktop_, consent_);
     mainQueue_.post([this] { updateCheck_.start(); });

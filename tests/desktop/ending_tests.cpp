@@ -16,6 +16,13 @@ class EndingTest : public DesktopTest {
     return desktop.empty() ? 99 : desktop.front();
   }
 
+  xcb_window_t settings() {
+    for (const xcb_window_t window : display.clientList()) {
+      if (display.text(window, "_NET_WM_NAME") == "Tilora Settings") return window;
+    }
+    return XCB_WINDOW_NONE;
+  }
+
   void endTilora(int signal) {
     tilora->signal(signal);
     const auto end = tilora->waitForEnd();
@@ -116,13 +123,21 @@ TEST_P(EndingTest, APartnerThatACrashHidComesBackBesideItsWindow) {
 }
 
 TEST_P(EndingTest, ASecondCopyEndsAtOnceAndTheFirstOneGoesOn) {
+  constexpr std::uint8_t configureWindow = 12;
+  WireTap stacking(server.display(), configureWindow);
   const App& app = open("app");
   startTilora();
   EXPECT_TRUE(isTiled(app.window, Place::full));
   ManagedProcess second = runTilora();
   EXPECT_EQ(second.waitForEnd(), (ProcessEnd{.status = 0, .signal = {}}));
   EXPECT_TRUE(tilora->running());
-  // The first one has opened its settings window for the second.
+  // The first one has opened its settings window for the second, and brings it to the front a few times.
+  ASSERT_TRUE(comesTrue([&] { return settings() != XCB_WINDOW_NONE; }));
+  EXPECT_TRUE(isActive(settings()));
+  constexpr int raises = 3;
+  EXPECT_TRUE(stacking.waitUntil([&] { return stacking.of(settings()).requests[configureWindow] >= raises; }));
+  // The window manager may be behind.
+  ASSERT_TRUE(passes());
   activate(app.window);
   press(Place::left);
   EXPECT_TRUE(isTiled(app.window, Place::left));
