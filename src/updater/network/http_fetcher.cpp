@@ -42,10 +42,13 @@ QNetworkRequest requestFor(const QUrl& url, const FetchLimits& limits, const QSs
 bool isAnswered(const QNetworkReply& reply) {
   const QNetworkReply::NetworkError error = reply.error();
   if (error == QNetworkReply::NoError) return true;
+  constexpr int firstErrorStatus = 400;
+  const QVariant status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute);
+  // Under a good status, the trouble is with the content: it could not be unpacked.
   const bool isOfTheStatus = (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError) ||
-                             (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError) ||
-                             error == QNetworkReply::ProtocolInvalidOperationError;
-  return isOfTheStatus && reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+                             (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
+  if (isOfTheStatus) return status.toInt() >= firstErrorStatus;
+  return error == QNetworkReply::ProtocolInvalidOperationError && status.isValid();
 }
 
 Fetched failure(const QString& why) { return {.body = std::nullopt, .error = oneLine(why.toStdString(), mostCharactersOfError)}; }

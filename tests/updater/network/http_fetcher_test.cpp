@@ -178,6 +178,21 @@ TEST_F(Fetch, FailsWhenTheAnswerDoesNotComeWhole) {
   }
 }
 
+TEST_F(Fetch, FailsWhenTheBodyCannotBeUnpacked) {
+  ReleaseSite site;
+  const QByteArray packed = qCompress("body").mid(4);
+  QByteArray broken = packed;
+  broken.back() = static_cast<char>(broken.back() + 1);
+  site.serve("/", whole(http("200 OK", packed, "Content-Encoding: deflate\r\n")));
+  EXPECT_EQ(get(site.root() + "/").body, "body");
+  for (const QByteArray& body : {broken, packed + "more"}) {
+    site.serve("/", whole(http("200 OK", body, "Content-Encoding: deflate\r\n")));
+    const Fetched fetched = get(site.root() + "/");
+    EXPECT_EQ(fetched.body, std::nullopt) << body.toHex().toStdString();
+    EXPECT_NE(fetched.error, "") << body.toHex().toStdString();
+  }
+}
+
 TEST_F(Fetch, FailsWhenWhatComesIsNotHttp) {
   ReleaseSite site;
   for (const char* bytes : {"SSH-2.0-x\r\n\r\n", "HTTP/1.1 abc\r\n\r\n"}) {
