@@ -1,33 +1,45 @@
-// Calls a fuzz target with the same inputs every time: feeds, and feeds with a few bytes changed. Usage: feed_fuzz_run COUNT
-#include <array>
+// Calls a fuzz target with the same inputs every time: the files of a folder, and those with a few bytes changed.
+// Usage: feed_fuzz_run FOLDER COUNT
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 // NOLINTNEXTLINE(readability-identifier-naming): the name is libFuzzer's.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 
-const std::array seeds = {
-    std::string(R"({"product":"Tilora","version":"1.3","file":"Tilora-1.3.zip"})"),
-    std::string(R"({"file":"a b/../%zz?c#d","version":"1\u202e\ud83d\ude00\n","product":"é"})"),
-    std::string(R"([{"product":null,"version":1e400,"file":[true,-0.5e-7]},"\\\/\b\f"])"),
-    std::string("https://user:pass@[::1]:8080/a%20b/?c=d#e"),
-};
+std::vector<std::string> filesIn(const std::filesystem::path& folder) {
+  std::vector<std::filesystem::path> paths;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) paths.push_back(entry.path());
+  std::sort(paths.begin(), paths.end());
+  std::vector<std::string> contents;
+  for (const auto& path : paths) {
+    std::ifstream stream(path, std::ios::binary);
+    contents.emplace_back(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+  }
+  return contents;
+}
 
 /// Bytes that mean something to a reader of JSON, of addresses or of UTF-8.
 constexpr std::string_view telling = "\"\\{}[]:,/?#@%.eE+-0u \n\x1b\x7f\x80\xbf\xc2\xe2\xf0\xff";
 
 class Mutations {
  public:
-  explicit Mutations(std::uint32_t seed) : random_(seed) {}
+  /// `texts` must not be empty.
+  Mutations(std::vector<std::string> texts, std::uint32_t seed) : texts_(std::move(texts)), random_(seed) {}
 
   std::string next() {
-    std::string text = seeds.at(below(seeds.size()));
+    std::string text = texts_.at(below(texts_.size()));
     for (std::size_t changes = below(8); changes > 0; --changes) change(text);
     return text;
   }
@@ -55,22 +67,24 @@ class Mutations {
     }
   }
 
+  const std::vector<std::string> texts_;
   std::mt19937 random_;
 };
+
+void call(const std::string& input) { LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size()); }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const long count = argc == 2 ? std::strtol(argv[1], nullptr, 10) : 0;
-  if (count <= 0) {
-    std::fputs("usage: feed_fuzz_run COUNT\n", stderr);
+  const long count = argc == 3 ? std::strtol(argv[2], nullptr, 10) : 0;
+  const std::vector<std::string> texts = count > 0 ? filesIn(argv[1]) : std::vector<std::string>();
+  if (texts.empty()) {
+    std::fputs("usage: feed_fuzz_run FOLDER COUNT\n", stderr);
     return 2;
   }
+  for (const std::string& text : texts) call(text);
   constexpr std::uint32_t always = 1;
-  Mutations mutations(always);
-  for (long i = 0; i < count; ++i) {
-    const std::string input = mutations.next();
-    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
-  }
+  Mutations mutations(texts, always);
+  for (long i = 0; i < count; ++i) call(mutations.next());
   return 0;
 }
