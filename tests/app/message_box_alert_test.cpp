@@ -24,6 +24,8 @@ class ShownAlert : public testing::Test {
  public:
   std::optional<AlertAnswer> answer;
 
+  /// An event loop would have come to delete the boxes that are closed.
+  void TearDown() override { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
   QMessageBox& show(const std::string& version = "1.4") {
     alert_.show(updater::alertFor(version), [this, token = token_](AlertAnswer given) { answer = given; });
     EXPECT_FALSE(answer) << "the answer did not wait for the user";
