@@ -19,6 +19,7 @@
 #include "app/standard_streams.h"
 #include "app/stored_consent.h"
 #include "app/termination_signals.h"
+#include "app/ui/color_scheme.h"
 #include "app/ui/tray_icon.h"
 #include "app/ui/user_interface.h"
 #include "app/ui/visible_frame.h"
@@ -55,12 +56,20 @@ class Front {
                     .keyMonitor = desktop.keyMonitor(),
                     .monitorsKey = [this](const QKeyEvent& key) { return monitorsKey(key); },
                     .visibleFrame = [this](const QScreen& screen) { return visibleFrame(screen); },
+                    .inUsersWindow = [&desktop](std::function<void()> work) { desktop.returnFocus(std::move(work)); },
+                    .keyboardTaken = [&desktop] { desktop.keyboardTaken(); },
                     .quit = [] { QCoreApplication::exit(0); },
                     .access = {.isAllowed = [&consent] { return consent.isGiven(); },
                                .allow = [&consent](bool given) { consent.set(given); },
                                .missing = [&desktop] { return desktop.missingSupport(); }}}),
         icon_([this](const QRect& place) { interface_.toggleMenu(place); }),
-        trust_(controller, [this] { icon_.setTrusted(controller_.isAccessibilityTrusted()); }) {}
+        trust_(controller, [this] { icon_.setTrusted(controller_.isAccessibilityTrusted()); }) {
+    desktop_.onThemeChanged([this] { followTheme(); });
+    followTheme();
+  }
+  Front(const Front&) = delete;
+  Front& operator=(const Front&) = delete;
+  ~Front() { desktop_.onThemeChanged({}); }
 
   /// A second start asks for the windows of this one.
   void show() {
@@ -71,6 +80,7 @@ class Front {
   void closeMenu() { interface_.closeMenu(); }
 
  private:
+  void followTheme() { colors_.setThemeName(QString::fromStdString(desktop_.themeName())); }
   bool monitorsKey(const QKeyEvent& key) {
     return desktop_.monitorKey(static_cast<xcb_keycode_t>(key.nativeScanCode()), static_cast<std::uint16_t>(key.nativeModifiers()));
   }
@@ -80,6 +90,7 @@ class Front {
 
   WindowManagerController& controller_;
   x11::X11Desktop& desktop_;
+  ColorScheme colors_;
   UserInterface interface_;
   TrayIcon icon_;
   PublishedChanges trust_;

@@ -22,7 +22,8 @@ class KeyMonitor {
   virtual ~KeyMonitor() = default;
 
   /// Shows `handler` every key-down before the program's own windows see it; it answers whether the event is swallowed. While a monitor is
-  /// installed, the program's system-wide combinations reach it too and do not fire. Nothing when it cannot be installed.
+  /// installed and the program has the keyboard, the program's system-wide combinations reach it too and do not fire. What is pressed in
+  /// another program never reaches it. Nothing when it cannot be installed.
   virtual std::optional<Subscription> install(std::function<bool(const KeyEvent&)> handler) = 0;
 };
 

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "desktop_test.h"
+#include "harness/settings_manager.h"
 
 namespace tilora::harness {
 namespace {
@@ -148,13 +149,17 @@ class InterfaceTest : public DesktopTest {
   }
   /// Starts the program a second time.
   testing::AssertionResult askToShow() {
+    const testing::AssertionResult active = askForSettings();
+    return active ? waitsFor([&] { return isBlue(faceOf(recordButtons.at(0))); }, "the settings are drawn") : active;
+  }
+  /// The same, wherever the settings are scrolled to.
+  testing::AssertionResult askForSettings() {
     ManagedProcess second = runTilora();
     if (second.waitForEnd() != ProcessEnd{.status = 0, .signal = {}}) return testing::AssertionFailure() << second.output();
     const auto isActive = [&] {
       return settings() != XCB_WINDOW_NONE && display.activeWindow() == settings() && display.viewable(settings());
     };
-    const testing::AssertionResult active = comesTrue(isActive);
-    return active ? waitsFor([&] { return isBlue(faceOf(recordButtons.at(0))); }, "the settings are drawn") : active;
+    return comesTrue(isActive);
   }
   /// A place on the face of a record button beside its title.
   static Spot faceOf(const Spot& button) { return {button.x - 52, button.y}; }
@@ -385,7 +390,51 @@ TEST_P(SettingsTest, ASecondStartBringsTheSettingsToTheFrontAgainAndAgain) {
   EXPECT_TRUE(isShown(settings()));
 }
 
-class RecorderTest : public InterfaceTest {};
+/// On window managers whose own panel, if they have one, takes no icons.
+class NoPanelTest : public InterfaceTest {};
+
+TEST_P(NoPanelTest, TheMenuInTheSettingsPlacesTheWindowThatTheUserWasIn) {
+  open("other");
+  const App& app = open("app");
+  startTilora();
+  // From the first control of the settings to the first of these rows; after that, the keyboard is where it was.
+  int steps = 11;
+  ASSERT_TRUE(askToShow());
+  for (const Place place : {Place::left, Place::right, Place::full, Place::floating}) {
+    ASSERT_TRUE(askForSettings());
+    // It is raised once more within the first of them.
+    ASSERT_TRUE(passes(2));
+    for (; steps > 0; --steps) keyboard.tap(Key::tab);
+    keyboard.tap(Key::enter);
+    EXPECT_TRUE(isActive(app.window));
+    EXPECT_TRUE(isTiled(app.window, place));
+    steps = 1;
+  }
+}
+
+TEST_P(SettingsTest, ItFollowsTheThemeOfTheDesktop) {
+  startTilora();
+  ASSERT_TRUE(askToShow());
+  constexpr Spot background = {8, 8};
+  const auto isDark = [&] { return colour(background)[0] < 80; };
+  EXPECT_FALSE(isDark());
+  std::optional<SettingsManager> manager(std::in_place, display, themeNamed("Adwaita-dark"));
+  ASSERT_TRUE(waitsFor(isDark, "the settings become dark"));
+  manager.reset();
+  EXPECT_TRUE(waitsFor([&] { return !isDark(); }, "the settings become light"));
+}
+
+class RecorderTest : public InterfaceTest {
+ protected:
+  testing::AssertionResult setLayout(const std::string& layout) {
+    const std::size_t variant = layout.find('(');
+    std::vector<std::string> arguments = {"setxkbmap", layout.substr(0, variant)};
+    if (variant != std::string::npos) arguments.push_back(layout.substr(variant + 1, layout.size() - variant - 2));
+    ManagedProcess process = session.start(arguments);
+    if (process.waitForEnd() != ProcessEnd{.status = 0, .signal = {}}) return testing::AssertionFailure() << process.output();
+    return testing::AssertionSuccess();
+  }
+};
 
 TEST_P(RecorderTest, EveryShortcutIsRecordedAnewAndWorks) {
   const App& app = open("app");
@@ -426,7 +475,41 @@ TEST_P(RecorderTest, AShortcutThatTiloraHoldsIsRecordedAndDoesNotFire) {
   EXPECT_TRUE(isTiled(app.window, Place::full));
 }
 
-TEST_P(RecorderTest, RecordsOptionAloneKeysWithoutASymbolAndOtherLayouts) {
+TEST_P(RecorderTest, AShortcutThatIsPressedInAnotherWindowFiresAndIsNotRecorded) {
+  const App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(askToShow());
+  ASSERT_TRUE(startRecording(1));
+  activate(app.window);
+  press(Place::left);
+  ASSERT_TRUE(isTiled(app.window, Place::left));
+  activate(settings());
+  ASSERT_TRUE(waitsFor([&] { return isOrange(faceOf(recordButtons.at(1))); }, "the row is still being recorded"));
+  keyboard.chord({Key::leftControl, Key::leftAlt, Key::s});
+  EXPECT_TRUE(isBound("moveRight", 1, 0x1800));
+}
+
+TEST_P(RecorderTest, ALayoutThatPrintsOtherLettersChangesNothing) {
+  const App& app = open("app");
+  startTilora();
+  ASSERT_TRUE(askToShow());
+  for (const char* layout : {"fr", "ru", "us(dvorak)"}) {
+    ASSERT_TRUE(setLayout("us"));
+    click(resetButton);
+    ASSERT_TRUE(isBound("moveLeft", 33, 0xA00));
+    ASSERT_TRUE(setLayout(layout));
+    ASSERT_TRUE(startRecording(0));
+    keyboard.chord({Key::leftControl, Key::leftAlt, Key::a});
+    ASSERT_TRUE(isBound("moveLeft", 0, 0x1800)) << layout;
+  }
+  activate(app.window);
+  keyboard.chord({Key::leftControl, Key::leftAlt, Key::a});
+  EXPECT_TRUE(isTiled(app.window, Place::left));
+  press(Place::right);
+  EXPECT_TRUE(isTiled(app.window, Place::right));
+}
+
+TEST_P(RecorderTest, RecordsOptionAloneAndKeysWithoutASymbol) {
   open("app");
   startTilora();
   ASSERT_TRUE(askToShow());
@@ -470,6 +553,11 @@ TEST_P(RecorderTest, ThePaddingGoesFromNothingToEightyAndTheWindowsFollow) {
 
 INSTANTIATE_TEST_SUITE_P(On, PanelTest, testing::Values(WindowManagerKind::openbox), windowManagerOf);
 INSTANTIATE_TEST_SUITE_P(On, SettingsTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+INSTANTIATE_TEST_SUITE_P(On, NoPanelTest,
+                         testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4, WindowManagerKind::metacity,
+                                         WindowManagerKind::marco, WindowManagerKind::icewm, WindowManagerKind::kwin,
+                                         WindowManagerKind::mutter),
+                         windowManagerOf);
 INSTANTIATE_TEST_SUITE_P(On, RecorderTest, testing::Values(WindowManagerKind::openbox), windowManagerOf);
 
 }  // namespace

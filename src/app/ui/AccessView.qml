@@ -74,7 +74,7 @@ FocusScope {
                     width: parent.width
                     symbol: "exclamationmark.triangle.fill"
                     text: modelData
-                    color: Theme.orange
+                    color: Theme.orangeText
                 }
             }
         }

@@ -41,6 +41,7 @@ Item {
             text: card.title
             size: card.titleSize
             weight: TextStyle.semibold
+            rounded: true
             secondary: card.titleSecondary
         }
 

@@ -47,6 +47,7 @@ Column {
             text: menu.model.gap
             size: 12
             weight: TextStyle.medium
+            rounded: true
         }
 
         PushButton {

@@ -36,6 +36,13 @@ FocusScope {
         }
     }
 
+    // The gradient lets it through.
+    Rectangle {
+        objectName: "backing"
+        anchors.fill: parent
+        color: Theme.windowBackground
+    }
+
     Rectangle {
         objectName: "gradient"
         anchors.fill: parent

@@ -74,6 +74,7 @@ FocusScope {
                     text: "Tilora Settings"
                     size: 26
                     weight: TextStyle.semibold
+                    rounded: true
                 }
 
                 Label {
@@ -135,7 +136,7 @@ FocusScope {
                     symbol: "exclamationmark.triangle.fill"
                     text: view.settings.startOnLoginError
                     size: TextStyle.footnote
-                    color: Theme.orange
+                    color: Theme.orangeText
                 }
             }
 
@@ -170,7 +171,7 @@ FocusScope {
                     symbol: "exclamationmark.circle.fill"
                     text: view.settings.shortcutError
                     size: TextStyle.footnote
-                    color: Theme.red
+                    color: Theme.redText
                 }
 
                 PushButton {

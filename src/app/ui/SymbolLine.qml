@@ -7,6 +7,7 @@ Row {
     property alias text: label.text
     property alias size: label.size
     property alias weight: label.weight
+    property alias rounded: label.rounded
     property alias color: label.color
 
     spacing: 6

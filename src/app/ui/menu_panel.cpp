@@ -51,7 +51,9 @@ void MenuPanel::fitToContent() {
 
 void MenuPanel::takeInput() {
   --attemptsLeft_;
-  const bool taken = setKeyboardGrabEnabled(true) && setMouseGrabEnabled(true);
+  // The keyboard last: who has it can be clicked away as well.
+  const bool taken = setMouseGrabEnabled(true) && setKeyboardGrabEnabled(true);
+  if (taken) Q_EMIT keyboardTaken();
   if (taken || attemptsLeft_ <= 0) {
     retry_.stop();
   } else if (!retry_.isActive()) {

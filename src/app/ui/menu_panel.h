@@ -25,6 +25,8 @@ class MenuPanel : public QQuickView {
 
  Q_SIGNALS:
   void dismissed();
+  /// It has grabbed the keyboard.
+  void keyboardTaken();
 
  protected:
   bool event(QEvent* event) override;

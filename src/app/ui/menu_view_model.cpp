@@ -60,8 +60,14 @@ QString MenuViewModel::header() const {
 }
 
 void MenuViewModel::click(int index) {
+  constexpr int firstPlacement = 2;
   Q_EMIT chosen();
-  menu_.click(index + 1);
+  const auto act = [this, index] { menu_.click(index + 1); };
+  if (index >= firstPlacement && actions_.inUsersWindow) {
+    actions_.inUsersWindow(act);
+  } else {
+    act();
+  }
 }
 
 void MenuViewModel::openAccessibilitySettings() {

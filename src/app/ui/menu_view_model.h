@@ -35,6 +35,8 @@ class MenuRows : public QAbstractListModel {
 struct MenuActions {
   std::function<void()> openSettings;
   std::function<void()> quit;
+  /// Does something for the active window; empty where the menu leaves the user's window active: it is done at once there.
+  std::function<void(std::function<void()>)> inUsersWindow;
 };
 
 class MenuViewModel : public QObject {

@@ -43,9 +43,16 @@ QColor Theme::secondaryText() const { return blended(text(), windowBackground(),
 QColor Theme::accent() const { return role(QPalette::Highlight); }
 // The accent, at a brightness at which a line of text is read well.
 QColor Theme::link() const { return isDark() ? accent().lighter(linkContrast) : accent().darker(linkContrast); }
-QColor Theme::orange() const { return isDark() ? QColor(0xFF, 0x9F, 0x0A) : QColor(0xB8, 0x5C, 0x00); }
-QColor Theme::red() const { return isDark() ? QColor(0xFF, 0x6B, 0x61) : QColor(0xC8, 0x10, 0x20); }
+QColor Theme::orange() const { return isDark() ? QColor(0xFF, 0x9F, 0x0A) : QColor(0xDE, 0x6C, 0x00); }
+QColor Theme::orangeText() const { return isDark() ? QColor(0xFF, 0x9F, 0x0A) : QColor(0xB0, 0x55, 0x00); }
+QColor Theme::redText() const { return isDark() ? QColor(0xFF, 0x6B, 0x61) : QColor(0xC8, 0x10, 0x20); }
 QString Theme::monospacedFamily() const { return QFontDatabase::systemFont(QFontDatabase::FixedFont).family(); }
+
+QString Theme::roundedFamily() const {
+  const QString family = QGuiApplication::font().family();
+  const QString rounded = family + QStringLiteral(" Rounded");
+  return QFontDatabase::hasFamily(rounded) ? rounded : family;
+}
 
 QColor Theme::faded(const QColor& color, double share) const {
   QColor result = color;

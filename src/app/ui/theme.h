@@ -22,8 +22,10 @@ class Theme : public QObject {
   Q_PROPERTY(QColor accent READ accent NOTIFY changed)
   Q_PROPERTY(QColor link READ link NOTIFY changed)
   Q_PROPERTY(QColor orange READ orange NOTIFY changed)
-  Q_PROPERTY(QColor red READ red NOTIFY changed)
+  Q_PROPERTY(QColor orangeText READ orangeText NOTIFY changed)
+  Q_PROPERTY(QColor redText READ redText NOTIFY changed)
   Q_PROPERTY(QString monospacedFamily READ monospacedFamily CONSTANT)
+  Q_PROPERTY(QString roundedFamily READ roundedFamily CONSTANT)
 
  public:
   explicit Theme(QObject* parent = nullptr);
@@ -37,9 +39,14 @@ class Theme : public QObject {
   QColor secondaryText() const;
   QColor accent() const;
   QColor link() const;
+  /// The face of a button.
   QColor orange() const;
-  QColor red() const;
+  /// Orange and red at a brightness at which a line of small text is read well.
+  QColor orangeText() const;
+  QColor redText() const;
   QString monospacedFamily() const;
+  /// The rounded design of the application's font; the font itself where none is installed.
+  QString roundedFamily() const;
 
   /// The same colour, `share` of it: 0 is nothing, 1 all of it.
   Q_INVOKABLE QColor faded(const QColor& color, double share) const;

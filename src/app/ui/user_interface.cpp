@@ -34,7 +34,9 @@ void initializeModule() {
 
 UserInterface::UserInterface(InterfaceParts parts)
     : parts_(std::move(parts)),
-      menu_(parts_.controller, {.openSettings = [this] { openSettings(offersMenu_); }, .quit = parts_.quit}),
+      menu_(parts_.controller, {.openSettings = [this] { openSettings(offersMenu_); }, .quit = parts_.quit, .inUsersWindow = {}}),
+      settingsMenu_(parts_.controller,
+                    {.openSettings = [this] { openSettings(offersMenu_); }, .quit = parts_.quit, .inUsersWindow = parts_.inUsersWindow}),
       settings_(parts_.controller, parts_.keyMonitor),
       access_(parts_.controller, parts_.access) {
   idle_.setSingleShot(true);
@@ -64,6 +66,7 @@ void UserInterface::toggleMenu(const QRect& icon) {
   QQmlEngine& qml = engine();
   if (!panel_) {
     panel_ = std::make_unique<MenuPanel>(qml, menu_);
+    QObject::connect(panel_.get(), &MenuPanel::keyboardTaken, &idle_, [this] { parts_.keyboardTaken(); });
     QObject::connect(panel_.get(), &MenuPanel::dismissed, &idle_, [this] { releaseWhenIdle(); });
   }
   const QScreen* screen = QGuiApplication::screenAt(icon.center());
@@ -78,7 +81,7 @@ void UserInterface::closeMenu() {
 void UserInterface::openSettings(bool offersMenu) {
   QQmlEngine& qml = engine();
   if (!settingsWindow_) {
-    settingsWindow_ = std::make_unique<SettingsWindow>(qml, settings_, menu_, parts_.monitorsKey);
+    settingsWindow_ = std::make_unique<SettingsWindow>(qml, settings_, settingsMenu_, parts_.monitorsKey);
     QObject::connect(settingsWindow_.get(), &SettingsWindow::closed, &idle_, [this] { releaseWhenIdle(); });
   }
   settingsWindow_->setOffersMenu(offersMenu);

@@ -23,6 +23,10 @@ struct InterfaceParts {
   SettingsWindow::KeyFilter monitorsKey;
   /// The part of a screen that panels leave free, in Qt's coordinates.
   std::function<QRect(const QScreen&)> visibleFrame;
+  /// Does something while the window is active that the user was in before one of this program's, perhaps later; not when there is none.
+  std::function<void(std::function<void()>)> inUsersWindow;
+  /// Called when the menu has the whole keyboard.
+  std::function<void()> keyboardTaken;
   std::function<void()> quit;
   AccessParts access;
 };
@@ -62,6 +66,8 @@ class UserInterface {
   bool offersMenu_ = false;
   QTimer idle_;
   MenuViewModel menu_;
+  /// The same in the settings window, which is the active one then.
+  MenuViewModel settingsMenu_;
   SettingsViewModel settings_;
   AccessViewModel access_;
   std::unique_ptr<QQmlEngine> engine_;

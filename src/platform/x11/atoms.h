@@ -72,7 +72,8 @@ namespace tilora::x11 {
   X(_NET_WORKAREA)                      \
   X(_TILORA_HIDDEN)                     \
   X(_TILORA_INSTANCE)                   \
-  X(_TILORA_TIME)
+  X(_TILORA_TIME)                       \
+  X(_XSETTINGS_SETTINGS)
 // clang-format on
 
 /// Every atom under its own name.

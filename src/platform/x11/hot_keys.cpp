@@ -167,7 +167,7 @@ void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
   const auto found = std::ranges::find_if(registrations_, [&](const auto& entry) { return entry.second.grabbed == pressed; });
   if (found == registrations_.end()) return;
   lastPressTime_ = event.time;
-  if (monitor_.isInstalled()) {
+  if (monitor_.takesCombinations()) {
     if (const auto keyEvent = keymap_.keyEvent(event.detail, event.state)) monitor_.deliver(*keyEvent);
     return;
   }

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "platform/key_monitor.h"
@@ -13,15 +14,22 @@ namespace tilora::x11 {
 /// keys of its own windows.
 class X11KeyMonitor : public KeyMonitor {
  public:
+  X11KeyMonitor() : X11KeyMonitor([] { return true; }) {}
+  /// `hasKeyboard` tells whether a window of this program is the active one.
+  explicit X11KeyMonitor(std::function<bool()> hasKeyboard) : hasKeyboard_(std::move(hasKeyboard)) {}
+
   std::optional<Subscription> install(std::function<bool(const KeyEvent&)> handler) override;
 
   bool isInstalled() const { return !handlers_.empty(); }
+  /// Whether a combination that is held for this program goes to a monitor.
+  bool takesCombinations() const { return isInstalled() && hasKeyboard_(); }
   /// Shows a key-down to the monitors, the one installed last first, until one swallows it. True: it was swallowed.
   bool deliver(const KeyEvent& event);
 
  private:
   using Handler = std::shared_ptr<std::function<bool(const KeyEvent&)>>;
 
+  std::function<bool()> hasKeyboard_;
   std::vector<Handler> handlers_;
 };
 

@@ -1,6 +1,7 @@
 // From events to the engine's notifications, and from the engine's writes to requests.
 #include "platform/x11/x11_desktop.h"
 
+#include <unistd.h>
 #include <xcb/randr.h>
 
 #include <algorithm>
@@ -16,6 +17,7 @@
 #include "platform/x11/requests.h"
 #include "platform/x11/session_support.h"
 #include "platform/x11/x11_workspace.h"
+#include "platform/x11/xsettings.h"
 
 namespace tilora::x11 {
 namespace {
@@ -30,6 +32,8 @@ constexpr auto managerReviewTime = std::chrono::milliseconds(3100);
 constexpr auto settlingAnswered = std::chrono::milliseconds(100);
 constexpr auto settlingUnasked = std::chrono::milliseconds(300);
 constexpr auto longestSettling = std::chrono::milliseconds(1500);
+/// How long a window that is given the focus back may take to have it.
+constexpr auto longestReturn = std::chrono::milliseconds(1000);
 
 }  // namespace
 
@@ -46,8 +50,12 @@ class X11Desktop::Parts {
         screens(state),
         windowServer(state),
         trust(connection, state.model, mainQueue, consent),
+        keyMonitor([this] { return isOwn(state.activeWindow()); }),
         hotKeys(connection, keyMonitor),
-        pointer(connection, hotKeys) {
+        pointer(connection, hotKeys),
+        settings(connection, [this] {
+          if (themeChanged) themeChanged();
+        }) {
     selectScreenEvents();
     state.updateScreens();
     settle();
@@ -71,6 +79,23 @@ class X11Desktop::Parts {
     return !connection_.failed();
   }
 
+  void returnFocus(std::function<void()> then) {
+    ClientWindowRef last;
+    for (const auto& window : state.model.windows()) {
+      const bool isLater = window->focusSerial > (last ? last->focusSerial : 0);
+      if (isLater && window->isOrdinary() && !isOwn(window)) last = window;
+    }
+    if (!last) return;
+    awaited_ = {.window = last->id, .then = std::move(then)};
+    const std::weak_ptr<bool> alive = alive_;
+    mainQueue_.postAfter(longestReturn, [this, alive, number = ++lastAwaited_] {
+      if (!alive.expired() && number == lastAwaited_) awaited_ = {};
+    });
+    requestActivation(connection_, last->id, state.clock.now());
+    connection_.flush();
+    focusReturned();
+  }
+
  private:
   Connection& connection_;
   Instance& instance_;
@@ -89,6 +114,13 @@ class X11Desktop::Parts {
   bool reviewIsDue_ = false;
   bool managerIsNew_ = false;
   std::uint64_t lastFocusSerial_ = 0;
+  /// The window that is given the focus back, and what is to be done then.
+  struct Awaited {
+    xcb_window_t window = XCB_WINDOW_NONE;
+    std::function<void()> then;
+  };
+  Awaited awaited_;
+  std::uint64_t lastAwaited_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 
  public:
@@ -101,8 +133,17 @@ class X11Desktop::Parts {
   X11KeyMonitor keyMonitor;
   X11HotKeys hotKeys;
   X11Pointer pointer;
+  XSettings settings;
+  std::function<void()> themeChanged;
 
  private:
+  static bool isOwn(const ClientWindowRef& window) { return window && window->application == static_cast<ProcessId>(::getpid()); }
+
+  void focusReturned() {
+    const auto active = state.activeWindow();
+    if (awaited_.then && active && active->id == awaited_.window) mainQueue_.post(std::exchange(awaited_, {}).then);
+  }
+
   void selectScreenEvents() {
     if (connection_.extensions().randrOpcode == 0) return;
     xcb_randr_select_input(connection_.xcb(), connection_.root(),
@@ -117,7 +158,7 @@ class X11Desktop::Parts {
       return;
     }
     if (type == XCB_KEY_PRESS) return takeKey(event);
-    if (instance_.handleEvent(event) || hotKeys.handleEvent(event)) return;
+    if (instance_.handleEvent(event) || hotKeys.handleEvent(event) || settings.handleEvent(event)) return;
     const std::uint8_t randr = connection_.extensions().randrFirstEvent;
     const bool isRandr = randr != 0 && (type == randr + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == randr + XCB_RANDR_NOTIFY);
     const bool isRoot =
@@ -178,7 +219,10 @@ class X11Desktop::Parts {
       if (applications.terminated) workspace.notify(WorkspaceEvent::terminated);
     }
     if (changes.any() || screensChanged || focusChanged) state.updateCoveredMonitors();
-    if (focusChanged) workspace.notify(WorkspaceEvent::activated);
+    if (focusChanged) {
+      workspace.notify(WorkspaceEvent::activated);
+      focusReturned();
+    }
     if (changes.desktop) workspace.notify(WorkspaceEvent::spaceChanged);
     if (screensChanged) workspace.notify(WorkspaceEvent::screensChanged);
   }
@@ -231,6 +275,7 @@ class X11Desktop::Parts {
     state.applications.update();
     state.updateCoveredMonitors();
     workspace.notify(WorkspaceEvent::activated);
+    focusReturned();
   }
 
   void stampFocus() {
@@ -293,6 +338,11 @@ void X11Desktop::activate(xcb_window_t window) {
   requestRaise(connection, window);
   connection.flush();
 }
+
+void X11Desktop::returnFocus(std::function<void()> then) { parts_->returnFocus(std::move(then)); }
+void X11Desktop::keyboardTaken() { parts_->hotKeys.keyboardTaken(); }
+const std::string& X11Desktop::themeName() const { return parts_->settings.themeName(); }
+void X11Desktop::onThemeChanged(std::function<void()> changed) { parts_->themeChanged = std::move(changed); }
 
 std::vector<std::string> X11Desktop::missingSupport() const { return parts_->trust.missing(); }
 

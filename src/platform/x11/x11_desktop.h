@@ -4,6 +4,7 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -59,6 +60,15 @@ class X11Desktop {
   bool monitorKey(xcb_keycode_t keycode, std::uint16_t state);
   /// Restores, raises and focuses one of this process's own windows, whichever program is active.
   void activate(xcb_window_t window);
+  /// Gives the keyboard back to the window of another program that had it last, and calls `then` in a later turn, once that window is the
+  /// active one. Nothing is called when there is no such window or it does not become active; a second call replaces the first.
+  void returnFocus(std::function<void()> then);
+  /// To be called when one of this process's own windows has grabbed the whole keyboard.
+  void keyboardTaken();
+  /// The theme of the desktop's controls; empty when nobody tells.
+  const std::string& themeName() const;
+  /// Calls `changed` whenever that changes. One at a time.
+  void onThemeChanged(std::function<void()> changed);
   /// One sentence for everything that this session lacks; empty: windows can be controlled once the user agrees.
   std::vector<std::string> missingSupport() const;
 

@@ -47,6 +47,8 @@ class InterfaceSession {
   /// The user's consent and what the session lacks.
   bool allowed = false;
   std::vector<std::string> missing;
+  /// What waits for the window that the user was in.
+  std::vector<std::function<void()>> forUsersWindow;
 
   QQuickItem& openMenu() {
     interface_.toggleMenu(QRect(700, 0, 24, 24));
@@ -98,6 +100,8 @@ class InterfaceSession {
                                   return session_.desktop().keyMonitor().press({event.nativeScanCode(), flagsOf(event)});
                                 },
                             .visibleFrame = [](const QScreen&) { return screen; },
+                            .inUsersWindow = [this](std::function<void()> work) { forUsersWindow.push_back(std::move(work)); },
+                            .keyboardTaken = [] {},
                             .quit = [this] { ++timesQuit_; },
                             .access = {.isAllowed = [this] { return allowed; },
                                        .allow = [this](bool value) { allowed = value; },

@@ -157,6 +157,11 @@ TEST_F(MenuView, ACommandClosesTheMenuAndIsDone) {
   }
 }
 
+TEST_F(MenuView, ItsCommandsWaitForNoWindow) {
+  InterfaceSession::click(row(2));
+  EXPECT_TRUE(session.forUsersWindow.empty());
+}
+
 TEST_F(MenuView, TheSecondRowMakesAPass) {
   const auto effects = session.engine().effectsOf([&] { InterfaceSession::click(row(1)); });
   EXPECT_THAT(effects, testing::ElementsAre(simulated::moved(1, 10, 35), simulated::resized(1, 1420, 855)));

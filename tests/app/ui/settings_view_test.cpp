@@ -181,7 +181,7 @@ TEST_F(SettingsView, ARefusalTurnsTheSwitchBackAndIsSaid) {
   EXPECT_TRUE(line.isVisible());
   expectText(find(line, "lineText"), "Could not update Login Items: The disk is full.", 10, QFont::Normal);
   EXPECT_EQ(text(find(line, "lineSymbol"), "name"), "exclamationmark.triangle.fill");
-  for (const char* part : {"lineText", "lineSymbol"}) EXPECT_EQ(find(line, part).property("color").value<QColor>(), Theme().orange());
+  for (const char* part : {"lineText", "lineSymbol"}) EXPECT_EQ(find(line, part).property("color").value<QColor>(), Theme().orangeText());
 }
 
 TEST_F(SettingsView, TheLinkOpensTheLoginItems) {
@@ -257,7 +257,7 @@ TEST_F(SettingsView, ARefusedCombinationIsSaidInRed) {
   EXPECT_TRUE(line.isVisible());
   expectText(find(line, "lineText"), refusal, 10, QFont::Normal);
   EXPECT_EQ(text(find(line, "lineSymbol"), "name"), "exclamationmark.circle.fill");
-  for (const char* part : {"lineText", "lineSymbol"}) EXPECT_EQ(find(line, part).property("color").value<QColor>(), Theme().red());
+  for (const char* part : {"lineText", "lineSymbol"}) EXPECT_EQ(find(line, part).property("color").value<QColor>(), Theme().redText());
   EXPECT_EQ(buttonTitle(1), "Change Keys");
   EXPECT_EQ(session.controller().shortcutBindings(), ShortcutBindings{});
 }
@@ -337,6 +337,24 @@ TEST_F(SettingsView, OffersTheMenuOnlyWhereThereIsNoPlaceForTheIcon) {
   session.openSettings(true);
   EXPECT_EQ(text(find(find(view, "menu"), "row1"), "title"), "Retile Windows");
   EXPECT_TRUE(find(find(view, "menu"), "quit").isVisible());
+}
+
+TEST_F(SettingsView, ACommandOfItsMenuWaitsForTheWindowThatTheUserWasIn) {
+  session.openSettings(true);
+  focus(find(find(view, "menu"), "row2"));
+  InterfaceSession::click(find(find(view, "menu"), "row2"));
+  EXPECT_TRUE(session.controller().windowPlacements().empty());
+  ASSERT_EQ(session.forUsersWindow.size(), 1U);
+  session.forUsersWindow.front()();
+  EXPECT_EQ(session.controller().windowPlacements().at({100, 1}), WindowPlacement::left);
+}
+
+TEST_F(SettingsView, TheOtherRowsOfItsMenuActAtOnce) {
+  session.openSettings(true);
+  focus(find(find(view, "menu"), "row1"));
+  const auto effects = session.engine().effectsOf([&] { InterfaceSession::click(find(find(view, "menu"), "row1")); });
+  EXPECT_THAT(effects, testing::Contains(simulated::resized(1, 1420, 855)));
+  EXPECT_TRUE(session.forUsersWindow.empty());
 }
 
 }  // namespace

@@ -33,6 +33,17 @@ TEST(KeyMonitor, AMonitorSeesTheKeyAndItsAnswerIsTheAnswer) {
   }
 }
 
+TEST(KeyMonitor, CombinationsGoToAMonitorOnlyWhileTheProgramHasTheKeyboard) {
+  bool hasKeyboard = true;
+  X11KeyMonitor monitor([&] { return hasKeyboard; });
+  EXPECT_FALSE(monitor.takesCombinations());
+  const auto installed = monitor.install([](const KeyEvent&) { return true; });
+  EXPECT_TRUE(monitor.takesCombinations());
+  hasKeyboard = false;
+  EXPECT_FALSE(monitor.takesCombinations());
+  EXPECT_TRUE(monitor.isInstalled());
+}
+
 TEST(KeyMonitor, TheLastInstalledIsAskedFirstAndOneThatSwallowsIsTheLast) {
   X11KeyMonitor monitor;
   std::string order;
