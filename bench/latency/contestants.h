@@ -18,9 +18,12 @@ class Contestant {
 
   /// Brings four windows to where the action begins. The keys that it answers with have worked once.
   virtual Turns prepare(Action action) = 0;
+  /// The milliseconds that each key press since the last call took inside the program; empty where that is not measured.
+  virtual std::vector<double> takeOwnShare() { return {}; }
 };
 
-/// Tilora over a window manager that runs. Ends with this object, and shows what it hid.
+/// Tilora over a window manager that runs. Ends with this object, and shows what it hid. The module that measures its own share is
+/// beside the program.
 std::unique_ptr<Contestant> startTilora(Desk& desk, const std::filesystem::path& program);
 
 /// A client that sends, on the same keys, the requests that have to be sent, and does nothing else: nobody on this window manager can be

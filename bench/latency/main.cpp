@@ -83,6 +83,7 @@ class Bench {
       attempt(name + ", " + nameOf(action), [&] {
         const Turns turns = contestant.prepare(action);
         Samples& samples = results_[action][name];
+        contestant.takeOwnShare();
         for (int i = 0; i < options_.presses; ++i) {
           const bool isThere = i % 2 == 0;
           const auto sample = desk.measure(isThere ? turns.there : turns.back, action);
@@ -93,6 +94,7 @@ class Bench {
             ++samples.missed;
           }
         }
+        std::ranges::copy(contestant.takeOwnShare(), std::back_inserter(samples.ownShare));
       });
     }
     std::cerr << name << " measured\n";
@@ -143,7 +145,9 @@ std::string explained(const std::string& tables, const Options& options, const s
          "- Restore: the active window leaves the whole screen for the left half, and its partner comes back on the right one. A tiling "
          "window "
          "manager\n  switches from an empty desktop to one with two windows.\n\n"
-         "For the last two, showing, hiding and the state properties count besides ConfigureNotify.\n\n" +
+         "For the last two, showing, hiding and the state properties count besides ConfigureNotify.\n\n"
+         "Tilora's own share is the time from reading the key press to writing the last request of that turn, waiting for the server's "
+         "answers\nincluded.\n\n" +
          tables;
 }
 

@@ -57,6 +57,21 @@ void addRow(std::ostream& text, const std::map<std::string, Samples>& byName, co
   text << " | " << samples->all.size() << " | " << samples->missed << " |\n";
 }
 
+void addOwnShare(std::ostream& text, const Results& results, const std::vector<std::string>& names) {
+  std::ostringstream rows;
+  rows << std::fixed << std::setprecision(3);
+  for (const std::string& name : names) {
+    for (const auto& [action, byName] : results) {
+      const Samples* samples = find(byName, name);
+      if (samples == nullptr || samples->ownShare.empty()) continue;
+      rows << "| " << name << ", " << nameOf(action) << " | " << quantile(samples->ownShare, median) << " | "
+           << quantile(samples->ownShare, nearlyAll) << " | " << samples->ownShare.size() << " |\n";
+    }
+  }
+  if (rows.str().empty()) return;
+  text << "## Tilora's own share\n\n| | median | 95 % | presses |\n|---|--:|--:|--:|\n" << rows.str() << "\n";
+}
+
 }  // namespace
 
 const char* nameOf(Action action) {
@@ -88,6 +103,7 @@ std::string tables(const Results& results, const std::vector<std::string>& names
     for (const std::string& name : names) addRow(text, byName->second, name);
     text << "\n";
   }
+  addOwnShare(text, results, names);
   return text.str();
 }
 

@@ -33,6 +33,8 @@ struct Samples {
   std::vector<Sample> all;
   /// Presses that nothing followed.
   int missed = 0;
+  /// Milliseconds from reading the key press to writing the last request that follows from it, inside the program itself.
+  std::vector<double> ownShare;
 };
 
 /// By the name of the contestant.
