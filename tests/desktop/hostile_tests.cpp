@@ -123,6 +123,29 @@ TEST_P(MortalTest, AWindowMayDieAtAnyMoment) {
   expectWorkGoesOn();
 }
 
+TEST_P(MortalTest, AWindowThatTakesItsSizeBackEachTimeIsLeftInPeaceInTheEnd) {
+  constexpr std::uint8_t sendEvent = 25;
+  WireTap requests(server.display(), sendEvent);
+  startTilora();
+  const auto asked = [&] {
+    requests.waitUntil([] { return true; });
+    return requests.of(tiloraResource()).requests[sendEvent];
+  };
+  const WindowOptions options{.stubborn = true};
+  const App& app = open("stubborn", options);
+  press(Place::right);
+  // Nothing is asked of it any more when a second of passes goes by without a request.
+  constexpr int mostSeconds = 10;
+  int seconds = 0;
+  for (int before = -1; before != asked() && seconds < mostSeconds; ++seconds) {
+    before = asked();
+    ASSERT_TRUE(passes(4));
+  }
+  EXPECT_LT(seconds, mostSeconds);
+  EXPECT_EQ(display.clientArea(app.window)->width, options.geometry.width);
+  expectWorkGoesOn();
+}
+
 TEST_P(MortalTest, AnApplicationThatIsKilledLeavesNothingBehind) {
   startTilora();
   const Pair pair = openPair();

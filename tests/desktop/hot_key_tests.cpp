@@ -30,7 +30,7 @@ class HotKeyTest : public DesktopTest {
 };
 
 TEST_P(HotKeyTest, ShortcutsAreByPlaceOnEveryLayout) {
-  for (const std::string layout : {"de", "ru", "fr", "us"}) {
+  for (const std::string layout : {"de", "ru", "fr", "us(dvorak)", "us"}) {
     setLayout({layout});
     ASSERT_TRUE(passes());
     SCOPED_TRACE(layout);
@@ -55,6 +55,16 @@ TEST_P(HotKeyTest, NumLockAndCapsLockMakeNoDifference) {
   keyboard.tap(Key::numLock);
   eachShortcutWorks();
   keyboard.tap(Key::capsLock);
+}
+
+TEST_P(HotKeyTest, LockKeysMakeNoDifferenceWhenTheLayoutChanges) {
+  keyboard.tap(Key::numLock);
+  keyboard.tap(Key::capsLock);
+  setLayout({"de"});
+  ASSERT_TRUE(passes());
+  eachShortcutWorks();
+  keyboard.tap(Key::capsLock);
+  eachShortcutWorks();
 }
 
 TEST_P(HotKeyTest, TheKeysOfAShortcutReachNobodyElse) {

@@ -31,6 +31,7 @@ nlohmann::json described(const WindowOptions& options) {
                           {"machine", options.machine},
                           {"states", options.states},
                           {"strut", options.strut},
+                          {"stubborn", options.stubborn},
                           {"overrideRedirect", options.overrideRedirect},
                           {"mapped", options.mapped}};
   if (options.processId) value["processId"] = *options.processId;

@@ -48,6 +48,8 @@ struct WindowOptions {
   std::vector<std::string> states = {};
   /// The twelve numbers of _NET_WM_STRUT_PARTIAL; all zero: none.
   std::array<std::uint32_t, 12> strut = {};
+  /// Takes its own size back whenever it is given another one.
+  bool stubborn = false;
   bool overrideRedirect = false;
   bool mapped = true;
 };

@@ -28,6 +28,8 @@ using Reply = std::unique_ptr<T, FreeDeleter>;
 struct OpenWindow {
   std::vector<std::uint32_t> shadows;
   std::vector<int> keys;
+  /// The size that it takes back whenever it is given another one; all zero: it takes what it gets.
+  std::array<std::uint32_t, 2> ownSize = {};
 };
 
 class Client {
@@ -101,6 +103,9 @@ class Client {
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
                       values.data());
     windows_[window] = {};
+    if (request.at("stubborn").get<bool>()) {
+      windows_[window].ownSize = {static_cast<std::uint32_t>(area[2]), static_cast<std::uint32_t>(area[3])};
+    }
     describeApplication(window, request);
     describeWindow(window, request);
     setSizeHints(window, request);
@@ -213,6 +218,8 @@ class Client {
         if (const auto window = windows_.find(press.event); window != windows_.end()) window->second.keys.push_back(press.detail);
         return;
       }
+      case XCB_CONFIGURE_NOTIFY:
+        return keepSize(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
       case XCB_CLIENT_MESSAGE:
         return obey(reinterpret_cast<const xcb_client_message_event_t&>(event));
       case XCB_PROPERTY_NOTIFY: {
@@ -223,6 +230,14 @@ class Client {
       default:
         return;
     }
+  }
+
+  void keepSize(const xcb_configure_notify_event_t& change) {
+    const auto found = windows_.find(change.window);
+    if (found == windows_.end() || found->second.ownSize[0] == 0) return;
+    const std::array<std::uint32_t, 2>& size = found->second.ownSize;
+    if (change.width == size[0] && change.height == size[1]) return;
+    xcb_configure_window(connection_, change.window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size.data());
   }
 
   void obey(const xcb_client_message_event_t& message) {
