@@ -7,6 +7,16 @@ using std::chrono::floor;
 using std::chrono::seconds;
 using std::chrono::sys_seconds;
 
+namespace {
+
+/// How long after a whole second `moment` is.
+Moment::duration fractionOf(Moment moment) {
+  const Moment::duration rest = moment.time_since_epoch() % seconds(1);
+  return rest < Moment::duration::zero() ? rest + seconds(1) : rest;
+}
+
+}  // namespace
+
 sys_seconds daysBefore(sys_seconds moment, int days, const UtcOffset& utcOffset) {
   const seconds offsetNow = utcOffset(moment);
   const sys_seconds clocks = moment + offsetNow - std::chrono::days(days);
@@ -22,10 +32,11 @@ sys_seconds daysBefore(sys_seconds moment, int days, const UtcOffset& utcOffset)
 
 bool isBackedOff(const std::optional<Moment>& lastCheck, Moment now, int days, const UtcOffset& utcOffset) {
   if (!lastCheck) return false;
-  const sys_seconds wholeSeconds = floor<seconds>(now);
-  const Moment::duration fraction = now - wholeSeconds;
-  // Compared in seconds: days far from now do not fit into a clock that counts smaller units.
-  return floor<seconds>(*lastCheck - fraction) >= daysBefore(wholeSeconds, days, utcOffset);
+  // Compared in seconds first: days far from now do not fit into a clock that counts smaller units.
+  const sys_seconds threshold = daysBefore(floor<seconds>(now), days, utcOffset);
+  const sys_seconds last = floor<seconds>(*lastCheck);
+  if (last != threshold) return last > threshold;
+  return fractionOf(*lastCheck) >= fractionOf(now);
 }
 
 }  // namespace tilora::updater

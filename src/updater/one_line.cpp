@@ -45,6 +45,9 @@ Character firstOf(std::string_view text) {
     if ((byte & 0xC0U) != 0x80U) return {};
     code = code << 6U | (byte & 0x3FU);
   }
+  constexpr std::array<std::uint32_t, 5> least = {0, 0, 0x80, 0x800, 0x10000};
+  const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
+  if (code < least.at(length) || code > 0x10FFFF || isSurrogate) return {};
   return {code, length};
 }
 

@@ -121,6 +121,18 @@ TEST(BackOff, DoesNotHoldBeforeTheFirstCheck) {
 
 TEST(BackOff, HoldsWhileTheLastCheckLiesAhead) { EXPECT_TRUE(isBackedOff(at(2031y / 1 / 1), at(2025y / 7 / 10), 5, utc)); }
 
+TEST(BackOff, KnowsTheFirstAndTheLastMomentOfAClock) {
+  const Moment now = at(2025y / 7 / 10, 12h) + 250ms;
+  EXPECT_FALSE(isBackedOff(Moment::min(), now, 5, berlin));
+  EXPECT_TRUE(isBackedOff(Moment::max(), now, 5, berlin));
+}
+
+TEST(BackOff, CountsFractionsOfASecondBefore1970) {
+  const Moment now = at(1960y / 7 / 10, 12h) + 250ms;
+  EXPECT_TRUE(isBackedOff(now - days(5), now, 5, utc));
+  EXPECT_FALSE(isBackedOff(now - days(5) - 1ns, now, 5, utc));
+}
+
 TEST(BackOff, OfNoDaysEndsAtOnce) {
   const Moment now = at(2025y / 7 / 10, 12h);
   EXPECT_TRUE(isBackedOff(now, now, 0, berlin));
