@@ -166,6 +166,22 @@ TEST_P(HiddenWindowTest, NothingFlickersWhenAPairIsExchanged) {
   EXPECT_LE(changesOfArea(pair.right.window), 1);
 }
 
+TEST_P(HiddenWindowTest, ABusyWindowManagerShowsInTheEndWhatTheLastCommandShows) {
+  startTilora();
+  const Pair pair = openPair();
+  windowManager->process().signal(SIGSTOP);
+  press(Place::left);
+  press(Place::right);
+  ASSERT_TRUE(passes());
+  windowManager->process().signal(SIGCONT);
+  EXPECT_TRUE(isTiled(pair.right.window, Place::right));
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+  ASSERT_TRUE(passes(3));
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+  EXPECT_FALSE(isMarked(pair.left.window));
+  EXPECT_TRUE(isActive(pair.right.window));
+}
+
 INSTANTIATE_TEST_SUITE_P(On, HiddenWindowTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
 
 }  // namespace

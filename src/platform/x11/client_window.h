@@ -158,6 +158,9 @@ struct ClientWindow {
   HideMarks storedMarks;
   IconRequest iconRequest = IconRequest::none;
   std::chrono::steady_clock::time_point iconRequestedAt;
+  /// Whether a restore was asked for before the window was seen to follow the request to become iconic: that it is not iconic says nothing
+  /// then.
+  bool iconifyIsUnseen = false;
   /// How often a restore has been asked for without an effect.
   int restoreAttempts = 0;
   /// It was asked to become iconic and did not.

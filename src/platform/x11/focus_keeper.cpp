@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/x11/hide_writer.h"
 #include "platform/x11/requests.h"
 
 namespace tilora::x11 {
@@ -33,7 +34,8 @@ void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored, const Windo
   }
   choice_.reset();
   hold_->restored.insert(hold_->restored.end(), restored.begin(), restored.end());
-  hold_->expectsFocus = traits.restoreFocuses || hold_->anchor == XCB_WINDOW_NONE;
+  const auto activates = [&](const ClientWindowRef& window) { return HideWriter::activates(*window, traits); };
+  hold_->expectsFocus = traits.restoreFocuses || hold_->anchor == XCB_WINDOW_NONE || std::ranges::any_of(restored, activates);
   hold_->askedBack = false;
   if (hold_->expectsFocus) holdKeyboard();
 }

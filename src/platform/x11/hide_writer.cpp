@@ -17,13 +17,17 @@ bool HideWriter::isToBeRestored(const ClientWindow& window) {
   return window.storedMarks.any() && (window.states.hidden || window.iconRequest == IconRequest::iconify);
 }
 
+bool HideWriter::activates(const ClientWindow& window, const WindowManagerTraits& traits) {
+  return traits.restore == RestoreMethod::activate || window.restoreAttempts > 0 || window.iconRequest == IconRequest::iconify;
+}
+
 void HideWriter::restore(ClientWindow& window, const WindowManagerTraits& traits, xcb_timestamp_t time, Clock::time_point now) {
-  // A manager that ignores the gentle way is asked the other way the next time.
-  if (traits.restore == RestoreMethod::map && window.restoreAttempts == 0) {
-    xcb_map_window(connection_.xcb(), window.id);
-  } else {
+  if (activates(window, traits)) {
     requestActivation(connection_, window.id, time);
+  } else {
+    xcb_map_window(connection_.xcb(), window.id);
   }
+  window.iconifyIsUnseen = window.iconRequest == IconRequest::iconify;
   window.iconRequest = IconRequest::restore;
   window.iconRequestedAt = now;
   ++window.restoreAttempts;
@@ -63,9 +67,10 @@ void HideWriter::adopt(ClientWindow& window) {
 bool HideWriter::settle(ClientWindow& window) {
   if (window.states.hidden) {
     if (window.iconRequest == IconRequest::iconify) window.iconRequest = IconRequest::none;
+    window.iconifyIsUnseen = false;
     return false;
   }
-  if (window.iconRequest == IconRequest::restore) {
+  if (window.iconRequest == IconRequest::restore && !window.iconifyIsUnseen) {
     window.iconRequest = IconRequest::none;
     window.restoreAttempts = 0;
   }
@@ -77,6 +82,7 @@ bool HideWriter::settle(ClientWindow& window) {
 
 bool HideWriter::expire(ClientWindow& window, Clock::time_point now) {
   if (window.iconRequest == IconRequest::none || now - window.iconRequestedAt < answerTime) return false;
+  window.iconifyIsUnseen = false;
   if (window.iconRequest == IconRequest::iconify) {
     window.iconRequest = IconRequest::none;
     if (window.states.hidden) return false;
@@ -100,6 +106,7 @@ bool HideWriter::expire(ClientWindow& window, Clock::time_point now) {
 
 void HideWriter::forgetRequests(ClientWindow& window) {
   window.iconRequest = IconRequest::none;
+  window.iconifyIsUnseen = false;
   window.restoreAttempts = 0;
   window.refusesHiding = false;
 }

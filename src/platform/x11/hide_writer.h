@@ -21,6 +21,9 @@ class HideWriter {
 
   /// Whether the window is to be brought back and can be: it is iconic for a mark that was taken away.
   static bool isToBeRestored(const ClientWindow& window);
+  /// Whether the restore goes by an activation, which moves the focus. A manager that ignores the gentle way is asked this way the next
+  /// time; and the server ignores the gentle way while the window is still mapped.
+  static bool activates(const ClientWindow& window, const WindowManagerTraits& traits);
   /// Asks for the restore and takes the stored mark away. `time` as for an activation.
   void restore(ClientWindow& window, const WindowManagerTraits& traits, xcb_timestamp_t time, Clock::time_point now = Clock::now());
   /// Whether the window has to be made iconic, or its stored mark is out of date.
