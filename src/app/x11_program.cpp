@@ -1,4 +1,6 @@
 // The resident process on an X11 desktop: the engine, the icon and the windows in one.
+#include <malloc.h>
+
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QGuiApplication>
@@ -59,6 +61,8 @@ class Front {
                     .inUsersWindow = [&desktop](std::function<void()> work) { desktop.returnFocus(std::move(work)); },
                     .keyboardTaken = [&desktop] { desktop.keyboardTaken(); },
                     .quit = [] { QCoreApplication::exit(0); },
+                    // The freed memory of the windows lies between what stays.
+                    .released = [] { malloc_trim(0); },
                     .access = {.isAllowed = [&consent] { return consent.isGiven(); },
                                .allow = [&consent](bool given) { consent.set(given); },
                                .missing = [&desktop] { return desktop.missingSupport(); }}}),

@@ -8,39 +8,13 @@
 #include <thread>
 
 #include "desktop_test.h"
+#include "harness/panel.h"
 #include "harness/settings_manager.h"
 
 namespace tilora::harness {
 namespace {
 
 using std::chrono_literals::operator""ms;
-
-enum class Panel : std::uint8_t { tint2, trayer, xfce };
-
-constexpr const char* tint2Configuration = R"(panel_items = S
-panel_size = 300 32
-panel_position = top left horizontal
-panel_background_id = 0
-systray_padding = 4 4 4
-systray_icon_size = 24
-)";
-
-constexpr const char* xfceConfiguration = R"(<?xml version="1.0" encoding="UTF-8"?>
-<channel name="xfce4-panel" version="1.0">
-  <property name="configver" type="int" value="2"/>
-  <property name="panels" type="array">
-    <value type="int" value="1"/>
-    <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p=6;x=0;y=0"/>
-      <property name="position-locked" type="bool" value="true"/>
-      <property name="length" type="uint" value="20"/>
-      <property name="size" type="uint" value="32"/>
-      <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
-    </property>
-  </property>
-  <property name="plugins" type="empty"><property name="plugin-1" type="string" value="systray"/></property>
-</channel>
-)";
 
 /// Where a control of the settings window is, from the top-left of the window.
 struct Spot {
@@ -54,48 +28,9 @@ constexpr std::array<Spot, 4> recordButtons = {{{537, 339}, {537, 381}, {537, 42
 
 class InterfaceTest : public DesktopTest {
  protected:
-  ManagedProcess startPanel(Panel kind) {
-    switch (kind) {
-      case Panel::tint2:
-        return session.start({"tint2", "-c", session.home().write("tint2rc", tint2Configuration).string()});
-      case Panel::trayer:
-        return session.start({"trayer", "--edge", "top", "--align", "left", "--widthtype", "pixel", "--width", "300", "--heighttype",
-                              "pixel", "--height", "32", "--SetPartialStrut", "true"});
-      case Panel::xfce:
-        session.startBus();
-        session.home().write("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", xfceConfiguration);
-        return session.start({"xfce4-panel"});
-    }
-    throw std::logic_error("no such panel");
-  }
-
-  std::vector<xcb_window_t> childrenOf(xcb_window_t window) {
-    xcb_query_tree_reply_t* reply = xcb_query_tree_reply(display.xcb(), xcb_query_tree(display.xcb(), window), nullptr);
-    if (reply == nullptr) return {};
-    const xcb_window_t* first = xcb_query_tree_children(reply);
-    std::vector<xcb_window_t> children(first, first + xcb_query_tree_children_length(reply));
-    std::free(reply);
-    return children;
-  }
-
-  /// The icon that was embedded over XEmbed, anywhere below `window`.
-  std::optional<PixelRect> embeddedIcon(xcb_window_t window, int depth = 5) {
-    for (const xcb_window_t child : childrenOf(window)) {
-      const bool isIcon = display.text(child, "WM_CLASS").starts_with("tilora") && display.hasProperty(child, "_XEMBED_INFO");
-      if (isIcon && display.viewable(child)) return display.clientArea(child);
-      if (depth == 0) continue;
-      if (const auto found = embeddedIcon(child, depth - 1)) return found;
-    }
-    return std::nullopt;
-  }
-  PixelRect icon() { return embeddedIcon(display.root()).value_or(PixelRect{4, 4, 24, 24}); }
-
-  std::optional<PixelRect> menu() {
-    for (const xcb_window_t child : childrenOf(display.root())) {
-      if (display.text(child, "_NET_WM_NAME") == "Tilora" && display.viewable(child)) return display.clientArea(child);
-    }
-    return std::nullopt;
-  }
+  ManagedProcess startPanel(Panel kind) { return harness::startPanel(kind, session); }
+  PixelRect icon() { return embeddedIcon(display).value_or(PixelRect{4, 4, 24, 24}); }
+  std::optional<PixelRect> menu() { return openMenuArea(display); }
   /// Waits for something that no event tells.
   static testing::AssertionResult waitsFor(const std::function<bool()>& holds, const std::string& wanted) {
     const auto deadline = std::chrono::steady_clock::now() + defaultDeadline;

@@ -3,11 +3,13 @@ import QtQuick
 import Tilora
 
 Surface {
-    readonly property int reach: 2
+    readonly property int thickness: 2
+    readonly property int gap: 1
+    readonly property int reach: thickness + gap
 
     anchors.fill: parent
     anchors.margins: -reach
     visible: parent.activeFocus
     outlineColor: Theme.accent
-    outlineWidth: reach
+    outlineWidth: thickness
 }

@@ -20,7 +20,7 @@ FocusScope {
     function reveal(item) {
         if (!item || item === view)
             return;
-        const top = item.mapToItem(content, 0, 0).y - padding;
+        const top = item.mapToItem(scroller.contentItem, 0, 0).y - padding;
         const bottom = top + item.height + 2 * padding;
         if (top < scroller.contentY)
             scroller.contentY = Math.max(top, 0);

@@ -8,7 +8,7 @@ Pressable {
     property bool increments
     readonly property int untilRepeat: 400
     readonly property int repeatInterval: 50
-    readonly property real lineWidth: 1.5
+    readonly property int lineWidth: 2
     readonly property int armLength: 10
     property bool repeated: false
 

@@ -66,7 +66,7 @@ QPainterPath rectangleWithInset(const Grid& grid, const QRectF& inset) {
 }
 
 QPainterPath sliders(const Grid& grid) {
-  constexpr std::array<std::pair<double, double>, 3> knobs = {{{10.5, 3.5}, {5, 8}, {9, 12.5}}};
+  constexpr std::array<std::pair<double, double>, 3> knobs = {{{10, 3.5}, {6, 8}, {10, 12.5}}};
   constexpr double knobRadius = 2.1;
   constexpr double gapRadius = 3.1;
   QPainterPath path;

@@ -3,32 +3,15 @@
 
 #include <QGuiApplication>
 #include <QQuickItem>
-#include <QQuickWindow>
 #include <utility>
 
-// Made by the build for the QML module.
-extern void qml_register_types_Tilora();
-
-static void initializeResources() {
-  Q_INIT_RESOURCE(qmake_Tilora);
-  Q_INIT_RESOURCE(tilora_ui_raw_qml_0);
-  Q_INIT_RESOURCE(qmlcache_tilora_ui);
-}
+#include "app/ui/qml_module.h"
 
 namespace tilora::app {
 namespace {
 
 /// A menu that is used again within this time opens from memory.
 constexpr int keptWhenIdle = 60'000;
-
-/// Once in a process.
-void initializeModule() {
-  static bool done = false;
-  if (std::exchange(done, true)) return;
-  qml_register_types_Tilora();
-  initializeResources();
-  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-}
 
 }  // namespace
 
@@ -46,6 +29,7 @@ UserInterface::UserInterface(InterfaceParts parts)
     settingsWindow_.reset();
     accessWindow_.reset();
     engine_.reset();
+    parts_.released();
   });
 }
 
@@ -53,11 +37,7 @@ UserInterface::~UserInterface() = default;
 
 QQmlEngine& UserInterface::engine() {
   idle_.stop();
-  if (!engine_) {
-    initializeModule();
-    engine_ = std::make_unique<QQmlEngine>();
-    engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
-  }
+  if (!engine_) engine_ = makeEngine();
   return *engine_;
 }
 

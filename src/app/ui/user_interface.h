@@ -28,6 +28,8 @@ struct InterfaceParts {
   /// Called when the menu has the whole keyboard.
   std::function<void()> keyboardTaken;
   std::function<void()> quit;
+  /// Called when everything that the windows needed has been let go of.
+  std::function<void()> released;
   AccessParts access;
 };
 

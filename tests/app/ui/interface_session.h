@@ -103,6 +103,7 @@ class InterfaceSession {
                             .inUsersWindow = [this](std::function<void()> work) { forUsersWindow.push_back(std::move(work)); },
                             .keyboardTaken = [] {},
                             .quit = [this] { ++timesQuit_; },
+                            .released = [] {},
                             .access = {.isAllowed = [this] { return allowed; },
                                        .allow = [this](bool value) { allowed = value; },
                                        .missing = [this] { return missing; }}}};

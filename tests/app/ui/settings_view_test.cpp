@@ -324,6 +324,15 @@ TEST_F(SettingsView, AControlThatTheKeyboardReachesIsScrolledIntoView) {
   EXPECT_TRUE(QRectF(0, 0, 640, 633).contains(within(find(view, "stepper"), view)));
 }
 
+TEST_F(SettingsView, ARowOfItsMenuIsScrolledIntoViewWithTheRingAroundIt) {
+  session.openSettings(true);
+  for (const char* name : {"row5", "row0"}) {
+    QQuickItem& row = find(find(view, "menu"), name);
+    focus(row);
+    EXPECT_TRUE(QRectF(0, 0, 640, 633).contains(within(row, view).adjusted(-3, -3, 3, 3))) << name;
+  }
+}
+
 TEST_F(SettingsView, TheSettingsKeyRaisesIt) {
   const auto settings = std::make_shared<simulated::SimulatedOwnWindow>("Tilora Settings");
   session.desktop().shell().windows.push_back(settings);

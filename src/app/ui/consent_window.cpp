@@ -1,0 +1,20 @@
+// A dialog of one size.
+#include "app/ui/consent_window.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+
+namespace tilora::app {
+
+ConsentWindow::ConsentWindow(QQmlEngine& engine, const QStringList& missing) : QQuickView(&engine, nullptr) {
+  setFlags(Qt::Dialog);
+  setTitle(QStringLiteral("Tilora"));
+  setInitialProperties({{QStringLiteral("missing"), missing}});
+  setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tilora/ConsentView.qml")));
+  if (rootObject() == nullptr) return;
+  setMinimumSize(size());
+  setMaximumSize(size());
+  connect(rootObject(), SIGNAL(answered(bool)), this, SIGNAL(answered(bool)));
+}
+
+}  // namespace tilora::app
