@@ -55,6 +55,8 @@ class Number {
   bool toBool() const;
   /// Truncated toward zero; a value outside the range is the nearest bound, not-a-number is 0.
   std::int64_t toInteger() const;
+  /// What it was made from.
+  const std::variant<std::int64_t, double>& stored() const { return value_; }
 
   bool operator==(const Number&) const = default;
 
