@@ -18,6 +18,8 @@ class ConsentTest : public DesktopTest {
       return dialog != XCB_WINDOW_NONE && display.viewable(dialog);
     };
     ASSERT_TRUE(comesTrue(asked));
+    // It asks for the focus itself once it is shown.
+    ASSERT_TRUE(display.waitForProgram(dialog));
     activate(dialog);
   }
 

@@ -82,7 +82,7 @@ TEST_P(HotKeyTest, AShortcutWithAKeyMoreIsAnother) {
   EXPECT_TRUE(isTiled(app->window, Place::full));
 }
 
-INSTANTIATE_TEST_SUITE_P(On, HotKeyTest, testing::Values(WindowManagerKind::openbox, WindowManagerKind::kwin), windowManagerOf);
+INSTANTIATE_TEST_SUITE_P(On, HotKeyTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
 
 /// The keys of another program that was there first.
 class TakenKeyTest : public DesktopTest {};

@@ -390,7 +390,8 @@ void Display::setMonitors(const std::vector<Monitor>& wanted) {
   sync();
 }
 
-void Display::sendRootMessage(xcb_window_t window, std::string_view type, const std::vector<std::uint32_t>& data) {
+void Display::send(xcb_window_t receiver, std::uint32_t mask, xcb_window_t window, std::string_view type,
+                   const std::vector<std::uint32_t>& data) {
   xcb_client_message_event_t message{};
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
@@ -399,8 +400,18 @@ void Display::sendRootMessage(xcb_window_t window, std::string_view type, const 
   for (std::size_t index = 0; index < data.size() && index < 5; ++index) message.data.data32[index] = data[index];
   std::array<char, 32> bytes{};
   std::memcpy(bytes.data(), &message, sizeof(message));
-  xcb_send_event(connection_, 0, root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, bytes.data());
+  xcb_send_event(connection_, 0, receiver, mask, bytes.data());
   xcb_flush(connection_);
+}
+
+void Display::sendRootMessage(xcb_window_t window, std::string_view type, const std::vector<std::uint32_t>& data) {
+  send(root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, window, type, data);
+}
+
+bool Display::waitForProgram(xcb_window_t window) {
+  const xcb_timestamp_t time = serverTime();
+  send(window, XCB_EVENT_MASK_NO_EVENT, window, "WM_PROTOCOLS", {atom("_NET_WM_PING"), time, window});
+  return waitUntil([&] { return answeredPing_ == time; });
 }
 
 void Display::activate(xcb_window_t window) { sendRootMessage(window, "_NET_ACTIVE_WINDOW", {2, serverTime(), XCB_WINDOW_NONE}); }
@@ -441,6 +452,10 @@ void Display::clearEvents() {
 
 void Display::record(const xcb_generic_event_t& event) {
   woken_ = true;
+  if ((event.response_type & 0x7f) == XCB_CLIENT_MESSAGE) {
+    const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+    if (message.type == atom("WM_PROTOCOLS") && message.data.data32[0] == atom("_NET_WM_PING")) answeredPing_ = message.data.data32[1];
+  }
   const std::optional<WindowEvent> entry = windowEvent(event);
   if (entry && entry->window != root() && entry->window != helper_) events_.push_back(*entry);
 }

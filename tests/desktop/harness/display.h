@@ -110,6 +110,9 @@ class Display {
   void setMonitors(const std::vector<Monitor>& monitors);
   /// Sends a client message to the root, as a pager or a taskbar does.
   void sendRootMessage(xcb_window_t window, std::string_view type, const std::vector<std::uint32_t>& data);
+  /// Waits until the program of a window has dealt with everything that it was told so far; false when it does not answer
+  /// (_NET_WM_PING).
+  bool waitForProgram(xcb_window_t window);
   /// Activates a window as a taskbar does.
   void activate(xcb_window_t window);
   void minimise(xcb_window_t window);
@@ -139,6 +142,7 @@ class Display {
   PropertyValue property(xcb_window_t window, std::string_view name);
   void takeEvents();
   void record(const xcb_generic_event_t& event);
+  void send(xcb_window_t receiver, std::uint32_t mask, xcb_window_t window, std::string_view type, const std::vector<std::uint32_t>& data);
   void collectStruts(xcb_window_t window, int depth, std::vector<Strut>& struts);
 
   xcb_connection_t* connection_;
@@ -146,6 +150,8 @@ class Display {
   xcb_window_t helper_ = XCB_WINDOW_NONE;
   std::map<std::string, xcb_atom_t, std::less<>> atoms_;
   std::vector<WindowEvent> events_;
+  /// The time that the last answer to a ping has brought back.
+  xcb_timestamp_t answeredPing_ = XCB_CURRENT_TIME;
   bool woken_ = false;
 };
 
