@@ -32,7 +32,7 @@ bool ControllerLines::run(const std::string& what, const ScriptLine& line) {
 void ControllerLines::start(const ScriptLine& /*line*/) {
   if (wasStarted_) throw ScriptError("\"start\" can be there only once");
   wasStarted_ = true;
-  session_ = std::make_unique<Session>(desktop_.interfaces());
+  session_ = std::make_unique<Session>(makeView_(desktop_));
   session_->changes = session_->controller.observeWillChange([this](PublishedProperty property) { trace_.willChange(property); });
 }
 

@@ -3,11 +3,13 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "controller/menu_model.h"
 #include "controller/settings_window_model.h"
 #include "controller/window_manager_controller.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "replay/replay.h"
 #include "replay/script_line.h"
 #include "replay/trace.h"
 
@@ -16,8 +18,9 @@ namespace tilora::replay {
 /// Carries lines out on a controller. While there is none they are read all the same and do nothing, but that a key is passed.
 class ControllerLines {
  public:
-  /// Both must outlive this.
-  ControllerLines(simulated::SimulatedDesktop& desktop, Trace& trace) : desktop_(desktop), trace_(trace) {}
+  /// All of them must outlive this. The controller works on what `makeView` makes of the desktop.
+  ControllerLines(simulated::SimulatedDesktop& desktop, Trace& trace, const DesktopViewMaker& makeView)
+      : desktop_(desktop), trace_(trace), makeView_(makeView) {}
 
   /// Carries out a line whose "do" is `what`; false when it is not one of these lines. Throws `ScriptError`.
   bool run(const std::string& what, const ScriptLine& line);
@@ -29,9 +32,13 @@ class ControllerLines {
 
   /// The controller with what shows it. The later members know the earlier ones and go first.
   struct Session {
-    explicit Session(const Desktop& desktop)
-        : controller(desktop), menu(controller, [] {}), settingsWindow(controller, desktop.keyMonitor) {}
+    explicit Session(std::unique_ptr<DesktopView> desktopView)
+        : view(std::move(desktopView)),
+          controller(view->interfaces()),
+          menu(controller, [] {}),
+          settingsWindow(controller, view->interfaces().keyMonitor) {}
 
+    std::unique_ptr<DesktopView> view;
     WindowManagerController controller;
     MenuModel menu;
     SettingsWindowModel settingsWindow;
@@ -56,6 +63,7 @@ class ControllerLines {
 
   simulated::SimulatedDesktop& desktop_;
   Trace& trace_;
+  const DesktopViewMaker& makeView_;
   std::unique_ptr<Session> session_;
   bool wasStarted_ = false;
 };

@@ -15,6 +15,16 @@
 namespace tilora::replay {
 namespace {
 
+class PlainView final : public DesktopView {
+ public:
+  explicit PlainView(simulated::SimulatedDesktop& desktop) : desktop_(desktop) {}
+
+  Desktop interfaces() override { return desktop_.interfaces(); }
+
+ private:
+  simulated::SimulatedDesktop& desktop_;
+};
+
 bool isBlankOrComment(std::string_view line) {
   return line.starts_with('#') || line.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos;
 }
@@ -22,7 +32,8 @@ bool isBlankOrComment(std::string_view line) {
 /// One desktop with its controller, from the first line to the last.
 class Replay {
  public:
-  explicit Replay(std::ostream& out) : trace_(out, desktop_.clock()), desktopLines_(desktop_), controllerLines_(desktop_, trace_) {
+  Replay(std::ostream& out, const DesktopViewMaker& makeView)
+      : trace_(out, desktop_.clock()), desktopLines_(desktop_), controllerLines_(desktop_, trace_, makeView) {
     desktop_.observeEffects([this](const simulated::Effect& effect) { trace_.effect(effect); });
   }
 
@@ -63,8 +74,11 @@ class Replay {
 
 }  // namespace
 
-bool replayScript(std::istream& script, const std::string& name, std::ostream& trace, std::ostream& errors) {
-  Replay replay(trace);
+std::unique_ptr<DesktopView> plainView(simulated::SimulatedDesktop& desktop) { return std::make_unique<PlainView>(desktop); }
+
+bool replayScript(std::istream& script, const std::string& name, std::ostream& trace, std::ostream& errors,
+                  const DesktopViewMaker& makeView) {
+  Replay replay(trace, makeView);
   std::size_t number = 0;
   const auto refuse = [&](const char* reason) {
     trace.flush();
