@@ -359,6 +359,26 @@ TEST_P(SettingsTest, ItFollowsTheThemeOfTheDesktop) {
   EXPECT_TRUE(waitsFor([&] { return !isDark(); }, "the settings become light"));
 }
 
+class SettingsMemoryTest : public InterfaceTest {};
+
+TEST_P(SettingsMemoryTest, NothingIsKeptOfAHundredOpenings) {
+  startTilora();
+  // In kB for each opening: less than a section with its rows takes.
+  constexpr long leastKept = 10;
+  const auto openAndClose = [&](int times) {
+    for (int i = 0; i < times; ++i) {
+      ASSERT_TRUE(askToShow());
+      display.close(settings());
+      ASSERT_TRUE(comesTrue([&] { return settings() == XCB_WINDOW_NONE; }));
+    }
+  };
+  openAndClose(10);
+  const long before = ownMemory();
+  ASSERT_GT(before, 0);
+  openAndClose(100);
+  EXPECT_LT(ownMemory() - before, 100 * leastKept) << before;
+}
+
 class RecorderTest : public InterfaceTest {
  protected:
   testing::AssertionResult setLayout(const std::string& layout) {
@@ -488,6 +508,7 @@ TEST_P(RecorderTest, ThePaddingGoesFromNothingToEightyAndTheWindowsFollow) {
 
 INSTANTIATE_TEST_SUITE_P(On, PanelTest, testing::Values(WindowManagerKind::openbox), windowManagerOf);
 INSTANTIATE_TEST_SUITE_P(On, SettingsTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
+INSTANTIATE_TEST_SUITE_P(On, SettingsMemoryTest, testing::Values(WindowManagerKind::openbox), windowManagerOf);
 INSTANTIATE_TEST_SUITE_P(On, NoPanelTest,
                          testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4, WindowManagerKind::metacity,
                                          WindowManagerKind::marco, WindowManagerKind::icewm, WindowManagerKind::kwin,

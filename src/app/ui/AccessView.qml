@@ -6,6 +6,7 @@ FocusScope {
     id: view
 
     required property AccessViewModel access
+    required property MenuViewModel menu
     readonly property int padding: 22
 
     signal dismissed
@@ -15,9 +16,13 @@ FocusScope {
     focus: true
 
     Keys.onPressed: event => {
-        event.accepted = event.key === Qt.Key_W && event.modifiers === Qt.ControlModifier;
-        if (event.accepted)
+        if (SettingsCommand.matches(event.key, event.modifiers)) {
+            event.accepted = true;
+            menu.click(0);
+        } else if (event.key === Qt.Key_W && event.modifiers === Qt.ControlModifier) {
+            event.accepted = true;
             dismissed();
+        }
     }
 
     Rectangle {

@@ -78,7 +78,8 @@ void UserInterface::openAccess() {
   if (!accessWindow_) {
     accessWindow_ = std::make_unique<QQuickView>(&qml, nullptr);
     accessWindow_->setTitle(QStringLiteral("Tilora Permission"));
-    accessWindow_->setInitialProperties({{QStringLiteral("access"), QVariant::fromValue(&access_)}});
+    accessWindow_->setInitialProperties(
+        {{QStringLiteral("access"), QVariant::fromValue(&access_)}, {QStringLiteral("menu"), QVariant::fromValue(&settingsMenu_)}});
     accessWindow_->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tilora/AccessView.qml")));
     QObject::connect(accessWindow_->rootObject(), SIGNAL(dismissed()), accessWindow_.get(), SLOT(close()));
     QObject::connect(accessWindow_.get(), &QWindow::visibleChanged, &idle_, [this] { releaseWhenIdle(); });

@@ -18,6 +18,17 @@ TEST(AccessView, GivesConsentAndTakesItBack) {
   EXPECT_FALSE(session.allowed);
 }
 
+TEST(AccessView, TheSettingsKeyOpensTheSettingsAndControlWClosesIt) {
+  InterfaceSession session;
+  session.openAccess();
+  InterfaceSession::tap(*session.interface().accessWindow(), Qt::Key_Comma, Qt::ControlModifier);
+  ASSERT_NE(session.interface().settingsWindow(), nullptr);
+  EXPECT_TRUE(session.interface().settingsWindow()->isVisible());
+  session.openAccess();
+  InterfaceSession::tap(*session.interface().accessWindow(), Qt::Key_W, Qt::ControlModifier);
+  EXPECT_FALSE(session.interface().accessWindow()->isVisible());
+}
+
 TEST(AccessView, SaysWhatIsMissing) {
   InterfaceSession session;
   QQuickItem& page = session.openAccess();

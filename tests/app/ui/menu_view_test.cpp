@@ -2,8 +2,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QJSValue>
+#include <QQmlListReference>
+
 #include "app/ui/interface_session.h"
 #include "app/ui/spring_value.h"
+#include "app/ui/theme.h"
 
 namespace tilora::app {
 namespace {
@@ -61,6 +65,55 @@ TEST_F(MenuView, ACardHasItsShapeAndTitle) {
   QQuickItem& title = find(card, "title");
   expectText(title, "Tilora 1.2", 13, QFont::DemiBold);
   EXPECT_TRUE(title.property("secondary").toBool());
+}
+
+TEST_F(MenuView, ItsBackgroundGoesFromTheWindowsColourToHalfTheControls) {
+  const Theme theme;
+  EXPECT_EQ(find(menu, "backing").property("color").value<QColor>(), theme.windowBackground());
+  QQuickItem& gradient = find(menu, "gradient");
+  EXPECT_EQ(within(gradient, menu), QRectF(QPointF(0, 0), menu.size()));
+  const QQmlListReference stops(gradient.property("gradient").value<QJSValue>().toQObject(), "stops");
+  ASSERT_EQ(stops.count(), 2);
+  EXPECT_EQ(stops.at(0)->property("position").toDouble(), 0);
+  EXPECT_EQ(stops.at(0)->property("color").value<QColor>(), theme.windowBackground());
+  EXPECT_EQ(stops.at(1)->property("position").toDouble(), 1);
+  EXPECT_EQ(stops.at(1)->property("color").value<QColor>(), theme.faded(theme.controlBackground(), 0.5));
+}
+
+TEST_F(MenuView, TitlesAndTheGapHaveTheRoundedDesign) {
+  EXPECT_TRUE(find(find(menu, "actions"), "title").property("rounded").toBool());
+  EXPECT_TRUE(find(find(menu, "permissions"), "title").property("rounded").toBool());
+  EXPECT_TRUE(find(find(menu, "footer"), "lineText").property("rounded").toBool());
+  EXPECT_FALSE(find(row(0), "rowTitle").property("rounded").toBool());
+}
+
+TEST_F(MenuView, EveryColourIsOneOfTheSystemsRoles) {
+  const Theme theme;
+  const auto colour = [](QQuickItem& item, const char* property) { return item.property(property).value<QColor>().rgba(); };
+  QQuickItem& card = find(find(menu, "actions"), "background");
+  EXPECT_EQ(colour(card, "color"), theme.faded(theme.controlBackground(), 0.45).rgba());
+  EXPECT_EQ(colour(card, "outlineColor"), theme.faded(theme.separator(), 0.35).rgba());
+  QQuickItem& capsule = find(row(2), "capsule");
+  EXPECT_EQ(colour(capsule, "color"), theme.faded(theme.controlBackground(), 0.8).rgba());
+  EXPECT_EQ(colour(capsule, "outlineColor"), theme.faded(theme.separator(), 0.45).rgba());
+  EXPECT_EQ(number(capsule, "outlineWidth"), 1);
+  EXPECT_EQ(colour(find(row(2), "rowTitle"), "color"), theme.text().rgba());
+  EXPECT_EQ(colour(find(row(2), "rowSubtitle"), "color"), theme.secondaryText().rgba());
+}
+
+TEST_F(MenuView, ARowHasItsSymbolThenItsTextsAndItsCapsuleAtTheEnd) {
+  QQuickItem& label = find(row(2), "label");
+  QQuickItem& symbol = find(row(2), "symbol");
+  QQuickItem& title = find(row(2), "rowTitle");
+  QQuickItem& subtitle = find(row(2), "rowSubtitle");
+  QQuickItem& capsule = find(row(2), "shortcutCapsule");
+  EXPECT_EQ(within(symbol, label).left(), 0);
+  EXPECT_GT(within(title, label).left(), within(symbol, label).right());
+  EXPECT_EQ(within(title, label).left(), within(subtitle, label).left());
+  EXPECT_GE(within(subtitle, label).top(), within(title, label).bottom());
+  EXPECT_LT(within(title, label).right(), within(capsule, label).left());
+  EXPECT_EQ(within(capsule, label).right(), label.width());
+  EXPECT_NEAR(within(capsule, label).center().y(), label.height() / 2, 0.5);
 }
 
 TEST_F(MenuView, ShowsSixRowsInTheirOrder) {

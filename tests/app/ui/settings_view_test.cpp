@@ -74,6 +74,47 @@ TEST_F(SettingsView, ASectionHasItsShapeAndTitle) {
   }
 }
 
+TEST_F(SettingsView, TitlesHaveTheRoundedDesign) {
+  EXPECT_TRUE(find(view, "title").property("rounded").toBool());
+  for (const char* name : {"general", "shortcuts"}) EXPECT_TRUE(find(section(name), "title").property("rounded").toBool());
+  EXPECT_FALSE(find(find(view, "paddingRow"), "settingTitle").property("rounded").toBool());
+}
+
+TEST_F(SettingsView, ItsPartsStandInTheirOrderFromTheLeftEdge) {
+  double bottom = 0;
+  for (const char* name : {"paddingRow", "loginRow", "loginItems"}) {
+    const QRectF place = within(find(view, name), section("general"));
+    EXPECT_EQ(place.left(), 18) << name;
+    EXPECT_GE(place.top(), bottom) << name;
+    bottom = place.bottom();
+  }
+  bottom = 0;
+  for (const char* name : {"shortcut0", "shortcut1", "shortcut2", "shortcut3", "hint", "reset"}) {
+    const QRectF place = within(find(view, name), section("shortcuts"));
+    EXPECT_EQ(place.left(), 18) << name;
+    EXPECT_GE(place.top(), bottom) << name;
+    bottom = place.bottom();
+  }
+}
+
+TEST_F(SettingsView, TheButtonsHaveTheirStylesAndSizes) {
+  QQuickItem& record = find(shortcut(0), "record");
+  EXPECT_EQ(number(record, "style"), number(find(shortcut(3), "record"), "style"));
+  EXPECT_TRUE(record.property("filled").toBool());
+  EXPECT_TRUE(record.property("large").toBool());
+  EXPECT_FALSE(find(view, "reset").property("filled").toBool());
+  EXPECT_FALSE(find(view, "reset").property("plain").toBool());
+  EXPECT_TRUE(find(view, "reset").property("large").toBool());
+  EXPECT_EQ(find(view, "reset").height(), record.height());
+}
+
+TEST_F(SettingsView, TheScrollIndicatorIsShownWhileThereIsMoreThanFits) {
+  EXPECT_FALSE(find(view, "scrollIndicator").isVisible());
+  session.openSettings(true);
+  ASSERT_TRUE(runUntil([&] { return find(view, "scrollIndicator").isVisible(); }));
+  EXPECT_LT(find(view, "scrollIndicator").height(), 633);
+}
+
 TEST_F(SettingsView, ASettingHasItsTextsLeftAndItsControlRightBothCentred) {
   struct Expected {
     const char *row, *title, *description, *control;
