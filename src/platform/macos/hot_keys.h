@@ -26,7 +26,7 @@ class CarbonHotKeys final : public HotKeys {
   CarbonHotKeys(const CarbonHotKeys&) = delete;
   CarbonHotKeys& operator=(const CarbonHotKeys&) = delete;
   /// Gives back what is still registered.
-  ~CarbonHotKeys();
+  ~CarbonHotKeys() override;
 
   std::optional<Subscription> installHandler(std::function<void(std::uint32_t id)> handler) override;
   std::optional<HotKeyReference> registerHotKey(std::uint32_t id, std::uint32_t keyCode, std::uint32_t modifiers) override;
