@@ -37,11 +37,11 @@ void DesktopTest::giveConsent() {
 
 ManagedProcess DesktopTest::runTilora(const Environment& additions) { return session.start({TILORA_PROGRAM}, additions); }
 
-void DesktopTest::startTilora() {
+void DesktopTest::startTilora(const Environment& additions) {
   giveConsent();
   // The server may still have to notice that an earlier one is gone.
   ASSERT_TRUE(comesTrue([this] { return tiloraResource() == XCB_WINDOW_NONE; }));
-  tilora.emplace(runTilora());
+  tilora.emplace(runTilora(additions));
   ASSERT_TRUE(tap.waitUntil([this] {
     const xcb_window_t resource = tiloraResource();
     return resource != XCB_WINDOW_NONE && tap.of(resource).requests[queryPointer] > 0;

@@ -47,7 +47,7 @@ class DesktopTest : public testing::TestWithParam<WindowManagerKind> {
   /// Lets Tilora find that the user agreed in an earlier run.
   void giveConsent();
   /// Starts Tilora with the user's consent, and returns when it has made its first pass.
-  void startTilora();
+  void startTilora(const Environment& additions = {});
   /// Starts the program without waiting for anything.
   ManagedProcess runTilora(const Environment& additions = {});
   /// Waits for one whole pass of Tilora, from its first question to its last request; `count` times.

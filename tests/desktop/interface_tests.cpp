@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <thread>
@@ -150,6 +151,28 @@ class InterfaceTest : public DesktopTest {
     return -1;
   }
 
+  /// Starts Tilora so that `ownMemory` shows what it frees: AddressSanitizer, where it is built in, would keep 256 MB of that.
+  void startTiloraWithoutQuarantine() {
+    const char* const others = std::getenv("ASAN_OPTIONS");
+    startTilora({{"ASAN_OPTIONS",
+                  (others == nullptr ? "" : others + std::string(":")) + "quarantine_size_mb=0:thread_local_quarantine_size_kb=0"}});
+  }
+  /// Opens and closes a window many times and asks what that has left behind.
+  void expectNothingIsKept(int openings, const std::function<void()>& openAndClose) {
+    // In kB for each opening: less than a row of the menu or of the settings takes.
+    constexpr long leastKept = 3;
+    const auto repeat = [&](int times) {
+      for (int i = 0; i < times && !HasFatalFailure(); ++i) openAndClose();
+    };
+    repeat(10);
+    const long before = ownMemory();
+    ASSERT_GT(before, 0);
+    repeat(openings);
+    const long kept = ownMemory() - before;
+    RecordProperty("keptKilobytes", std::to_string(kept));
+    EXPECT_LT(kept, openings * leastKept) << before;
+  }
+
   std::optional<ManagedProcess> panel;
 };
 
@@ -287,23 +310,16 @@ TEST_P(PanelTest, QuitEndsTheProgramAndShowsEveryWindow) {
   EXPECT_TRUE(isShown(hidden.window));
 }
 
-TEST_P(PanelTest, NothingIsKeptOfAHundredOpenings) {
+TEST_P(PanelTest, NothingIsKeptOfHundredsOfOpenings) {
+  // So many that a leak also outgrows what loading the menu has left free.
+  constexpr int openings = 400;
   panel.emplace(startPanel(Panel::tint2));
-  startTilora();
-  // In kB for each opening: less than a menu with its rows takes.
-  constexpr long leastKept = 10;
-  const auto openAndClose = [&](int times) {
-    for (int i = 0; i < times; ++i) {
-      ASSERT_TRUE(openMenu());
-      keyboard.tap(Key::escape);
-      ASSERT_TRUE(menuCloses());
-    }
-  };
-  openAndClose(10);
-  const long before = ownMemory();
-  ASSERT_GT(before, 0);
-  openAndClose(100);
-  EXPECT_LT(ownMemory() - before, 100 * leastKept) << before;
+  startTiloraWithoutQuarantine();
+  expectNothingIsKept(openings, [&] {
+    ASSERT_TRUE(openMenu());
+    keyboard.tap(Key::escape);
+    ASSERT_TRUE(menuCloses());
+  });
 }
 
 class SettingsTest : public InterfaceTest {};
@@ -362,21 +378,12 @@ TEST_P(SettingsTest, ItFollowsTheThemeOfTheDesktop) {
 class SettingsMemoryTest : public InterfaceTest {};
 
 TEST_P(SettingsMemoryTest, NothingIsKeptOfAHundredOpenings) {
-  startTilora();
-  // In kB for each opening: less than a section with its rows takes.
-  constexpr long leastKept = 10;
-  const auto openAndClose = [&](int times) {
-    for (int i = 0; i < times; ++i) {
-      ASSERT_TRUE(askToShow());
-      display.close(settings());
-      ASSERT_TRUE(comesTrue([&] { return settings() == XCB_WINDOW_NONE; }));
-    }
-  };
-  openAndClose(10);
-  const long before = ownMemory();
-  ASSERT_GT(before, 0);
-  openAndClose(100);
-  EXPECT_LT(ownMemory() - before, 100 * leastKept) << before;
+  startTiloraWithoutQuarantine();
+  expectNothingIsKept(100, [&] {
+    ASSERT_TRUE(askToShow());
+    display.close(settings());
+    ASSERT_TRUE(comesTrue([&] { return settings() == XCB_WINDOW_NONE; }));
+  });
 }
 
 class RecorderTest : public InterfaceTest {
