@@ -16,8 +16,11 @@ class ApplicationTest : public DesktopTest {
 TEST_P(ApplicationTest, OfTwentyWindowsOfAProcessOneIsShown) {
   startTilora();
   TestClient client(session);
+  constexpr int count = 20;
   std::vector<xcb_window_t> windows;
-  for (int number = 0; number < 20; ++number) windows.push_back(openWindow(client, options("window " + std::to_string(number), "browser")));
+  windows.reserve(count);
+  for (int number = 0; number < count; ++number)
+    windows.push_back(openWindow(client, options("window " + std::to_string(number), "browser")));
   EXPECT_TRUE(isTiled(windows.back(), Place::full));
   for (const xcb_window_t window : windows) {
     if (window != windows.back()) {

@@ -7,7 +7,7 @@ namespace tilora::harness {
 namespace {
 
 class ConsentTest : public DesktopTest {
- protected:
+ public:
   /// Starts Tilora without the user's consent and waits for its question.
   void startAndAsk() {
     tilora.emplace(runTilora());

@@ -31,7 +31,7 @@ bool DesktopTest::runsOn(std::initializer_list<WindowManagerKind> kinds) const {
   return std::find(kinds.begin(), kinds.end(), GetParam()) != kinds.end();
 }
 
-void DesktopTest::giveConsent() {
+void DesktopTest::giveConsent() const {
   session.home().write("config/tilora/consent.json", R"({"Tilora.Consent": {"type": "bool", "value": true}})");
 }
 

@@ -30,7 +30,7 @@ struct App {
 /// A server with one monitor, a home directory and a window manager, all of its own. Tilora runs from `startTilora` on. Every wait ends
 /// with an event; whatever is asked with `is...` is waited for.
 class DesktopTest : public testing::TestWithParam<WindowManagerKind> {
- protected:
+ public:
   /// The request with which each pass begins.
   static constexpr std::uint8_t queryPointer = 38;
   static constexpr PixelRect wholeScreen = {0, 0, 1600, 900};
@@ -45,7 +45,7 @@ class DesktopTest : public testing::TestWithParam<WindowManagerKind> {
   bool runsOn(std::initializer_list<WindowManagerKind> kinds) const;
 
   /// Lets Tilora find that the user agreed in an earlier run.
-  void giveConsent();
+  void giveConsent() const;
   /// Starts Tilora with the user's consent, and returns when it has made its first pass.
   void startTilora(const Environment& additions = {});
   /// Starts the program without waiting for anything.

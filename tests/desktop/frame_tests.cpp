@@ -80,16 +80,17 @@ TEST_P(FrameTest, AWindowThatLeavesFullscreenGoesBackToItsPlace) {
   startTilora();
   EXPECT_TRUE(isHidden(plain.window));
   for (const auto& [app, steps] : {std::pair(&plain, Steps{}), std::pair(&stepped, Steps{.width = 9, .height = 17})}) {
-    activate(app->window);
+    const xcb_window_t window = app->window;
+    activate(window);
     for (const Place place : {Place::right, Place::full}) {
       press(place);
-      EXPECT_TRUE(isTiled(app->window, place, wholeScreen, steps));
-      display.changeState(app->window, true, "_NET_WM_STATE_FULLSCREEN");
-      EXPECT_TRUE(comesTrue([&] { return display.clientArea(app->window) == wholeScreen; }));
+      EXPECT_TRUE(isTiled(window, place, wholeScreen, steps));
+      display.changeState(window, true, "_NET_WM_STATE_FULLSCREEN");
+      EXPECT_TRUE(comesTrue([&] { return display.clientArea(window) == wholeScreen; }));
       ASSERT_TRUE(passes());
-      display.changeState(app->window, false, "_NET_WM_STATE_FULLSCREEN");
-      EXPECT_TRUE(comesTrue([&] { return display.clientArea(app->window) != wholeScreen; }));
-      EXPECT_TRUE(isTiled(app->window, place, wholeScreen, steps));
+      display.changeState(window, false, "_NET_WM_STATE_FULLSCREEN");
+      EXPECT_TRUE(comesTrue([&] { return display.clientArea(window) != wholeScreen; }));
+      EXPECT_TRUE(isTiled(window, place, wholeScreen, steps));
     }
   }
 }

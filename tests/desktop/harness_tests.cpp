@@ -12,7 +12,7 @@ namespace tilora::harness {
 namespace {
 
 class HarnessTest : public testing::TestWithParam<WindowManagerKind> {
- protected:
+ public:
   ServerProcess server;
   Session session{server.display()};
   Display display{server.display()};
