@@ -64,8 +64,8 @@ Scheme schemeOfTheme(const QString& name) {
   return says("dark") || says("inverse") ? Scheme::dark : Scheme::unknown;
 }
 
-ColorScheme::ColorScheme(const QDBusConnection& bus)
-    : bus_(bus), portal_(QString::fromLatin1(portalService), bus_, QDBusServiceWatcher::WatchForRegistration) {
+ColorScheme::ColorScheme(QDBusConnection bus)
+    : bus_(std::move(bus)), portal_(QString::fromLatin1(portalService), bus_, QDBusServiceWatcher::WatchForRegistration) {
   QCoreApplication::instance()->installEventFilter(this);
   if (!bus_.isConnected()) return;
   // A slot is only found once its types are known.

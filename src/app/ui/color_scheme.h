@@ -30,7 +30,9 @@ class ColorScheme : public QObject {
 
  public:
   /// Asks the portal on `bus`, without waiting for it.
-  explicit ColorScheme(const QDBusConnection& bus = QDBusConnection::sessionBus());
+  explicit ColorScheme(QDBusConnection bus = QDBusConnection::sessionBus());
+  ColorScheme(const ColorScheme&) = delete;
+  ColorScheme& operator=(const ColorScheme&) = delete;
   /// Gives Qt its own palette back.
   ~ColorScheme() override;
 
@@ -41,11 +43,9 @@ class ColorScheme : public QObject {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
- private Q_SLOTS:
-  // The names and types of the portal's signal.
-  void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
  private:
+  // The types of the portal's signal.
+  Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
   void askPortal();
   void setPortalScheme(Scheme scheme);
   void apply();

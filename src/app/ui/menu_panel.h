@@ -19,9 +19,7 @@ class MenuPanel : public QQuickView {
 
   /// Opens at an icon, inside `visible`; both in Qt's coordinates.
   void openAt(const QRect& anchor, const QRect& visible);
-
- public Q_SLOTS:
-  void dismiss();
+  Q_SLOT void dismiss();
 
  Q_SIGNALS:
   void dismissed();

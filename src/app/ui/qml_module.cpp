@@ -4,7 +4,7 @@
 #include <QQuickWindow>
 #include <utility>
 
-// Made by the build for the QML module.
+// NOLINTNEXTLINE(readability-identifier-naming): made by the build, and named by it.
 extern void qml_register_types_Tilora();
 
 static void initializeResources() {

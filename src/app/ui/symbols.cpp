@@ -120,8 +120,10 @@ QPainterPath gridOfNine(const Grid& grid) {
   QPainterPath path;
   const double start = grid.fitted(1);
   for (int i = 0; i < cells * cells; ++i) {
-    const double left = start + (i % cells) * grid.fitted(pitch);
-    const double top = start + (i / cells) * grid.fitted(pitch);
+    const int column = i % cells;
+    const int row = i / cells;
+    const double left = start + column * grid.fitted(pitch);
+    const double top = start + row * grid.fitted(pitch);
     path.addPath(grid.filled({left, top, grid.fitted(cell), grid.fitted(cell)}, 0.7));
   }
   return path;

@@ -49,7 +49,7 @@ std::optional<HotKeyReference> CarbonHotKeys::registerHotKey(std::uint32_t id, s
 void CarbonHotKeys::unregisterHotKey(HotKeyReference reference) {
   const auto found = registrations_.find(reference);
   if (found == registrations_.end()) return;
-  const EventHotKeyRef ref = found->second.ref;
+  EventHotKeyRef ref = found->second.ref;
   registrations_.erase(found);
   UnregisterEventHotKey(ref);
 }

@@ -24,10 +24,9 @@ int limit(std::int32_t value) { return value > 0 && value <= plausibleSize ? val
 void readSizeHints(ClientWindow& window, const Property& property, const Atoms&) {
   window.limits = {};
   xcb_size_hints_t hints{};
-  if (!property.isPresent() ||
-      xcb_icccm_get_wm_size_hints_from_reply(&hints, const_cast<xcb_get_property_reply_t*>(property.reply())) == 0) {
-    return;
-  }
+  if (!property.isPresent()) return;
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): only read there, though it is declared otherwise.
+  if (xcb_icccm_get_wm_size_hints_from_reply(&hints, const_cast<xcb_get_property_reply_t*>(property.reply())) == 0) return;
   if ((hints.flags & XCB_ICCCM_SIZE_HINT_P_MIN_SIZE) != 0) {
     window.limits.minWidth = limit(hints.min_width);
     window.limits.minHeight = limit(hints.min_height);

@@ -2,7 +2,6 @@
 #include "platform/x11/key_monitor.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace tilora::x11 {
@@ -17,7 +16,7 @@ std::optional<Subscription> X11KeyMonitor::install(std::function<bool(const KeyE
 bool X11KeyMonitor::deliver(const KeyEvent& event) {
   // A handler may take itself or others away while it runs.
   const auto installed = handlers_;
-  return std::ranges::any_of(std::views::reverse(installed), [&](const Handler& handler) {
+  return std::any_of(installed.rbegin(), installed.rend(), [&](const Handler& handler) {
     return std::ranges::find(handlers_, handler) != handlers_.end() && (*handler)(event);
   });
 }

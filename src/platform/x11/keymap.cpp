@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -59,7 +60,7 @@ constexpr std::uint32_t wantedNames =
 using KeycodesByName = std::unordered_map<std::string, xcb_keycode_t>;
 
 /// The text of a fixed field of four characters, which is padded with zero bytes.
-std::string trimmed(const char (&field)[4]) { return {field, std::find(std::begin(field), std::end(field), '\0')}; }
+std::string trimmed(std::span<const char, 4> field) { return {field.begin(), std::ranges::find(field, '\0')}; }
 
 /// The lists of a names reply, or nothing when the reply is shorter than it says. Only the lists asked for are there.
 std::optional<xcb_xkb_get_names_value_list_t> lists(const xcb_xkb_get_names_reply_t& reply) {

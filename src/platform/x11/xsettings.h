@@ -23,6 +23,7 @@ class XSettings {
   XSettings(Connection& connection, std::function<void()> changed);
   XSettings(const XSettings&) = delete;
   XSettings& operator=(const XSettings&) = delete;
+  ~XSettings() = default;
 
   /// Looks at an event of the connection. True: it was the settings manager's, and nobody else needs it.
   bool handleEvent(const xcb_generic_event_t& event);

@@ -36,9 +36,9 @@ class PortalStandIn : public QObject {
                                              QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
   }
 
- public Q_SLOTS:
   /// The portal wraps the answer once more than the signal does.
-  QDBusVariant Read(const QString& group, const QString& key) {
+  // NOLINTNEXTLINE(readability-identifier-naming): the portal's name.
+  Q_SLOT QDBusVariant Read(const QString& group, const QString& key) {
     const bool known = group == QLatin1String("org.freedesktop.appearance") && key == QLatin1String("color-scheme");
     return QDBusVariant(known ? QVariant::fromValue(wrapped()) : QVariant());
   }
