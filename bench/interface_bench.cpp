@@ -21,7 +21,7 @@
 namespace {
 
 using namespace tilora::harness;
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 using std::chrono_literals::operator""us;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;

@@ -15,7 +15,7 @@
 namespace tilora::harness {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 
 /// Where a control of the settings window is, from the top-left of the window.
 struct Spot {

@@ -32,7 +32,7 @@ TEST(Palettes, AreReadable) {
 
 /// Qt's own palette is a light one here.
 class ColorSchemeTest : public testing::Test {
- protected:
+ public:
   ColorSchemeTest() {
     bus.start(QStringLiteral("dbus-daemon"),
               {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});
@@ -41,12 +41,15 @@ class ColorSchemeTest : public testing::Test {
     desktopSide = QDBusConnection::connectToBus(address, QStringLiteral("desktop"));
     programSide = QDBusConnection::connectToBus(address, QStringLiteral("program"));
   }
+  ColorSchemeTest(const ColorSchemeTest&) = delete;
+  ColorSchemeTest& operator=(const ColorSchemeTest&) = delete;
   ~ColorSchemeTest() override {
     for (const char* name : {"desktop", "program"}) QDBusConnection::disconnectFromBus(QString::fromLatin1(name));
     bus.terminate();
     bus.waitForFinished();
   }
 
+ protected:
   QProcess bus;
   QDBusConnection desktopSide{QString()};
   QDBusConnection programSide{QString()};

@@ -12,7 +12,7 @@
 namespace tilora::app {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 
 class MenuView : public testing::Test {
  protected:

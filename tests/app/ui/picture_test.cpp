@@ -18,7 +18,7 @@
 namespace tilora::app {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 
 bool isDark() { return qEnvironmentVariable("TILORA_SCHEME") == QLatin1String("dark"); }
 

@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QObject>
+#include <utility>
 
 namespace tilora::app {
 
@@ -16,10 +17,12 @@ class PortalStandIn : public QObject {
  public:
   enum Preference : unsigned { noPreference, dark, light };
 
-  PortalStandIn(const QDBusConnection& bus, Preference preference) : bus_(bus), preference_(preference) {
+  PortalStandIn(QDBusConnection bus, Preference preference) : bus_(std::move(bus)), preference_(preference) {
     bus_.registerObject(path(), this, QDBusConnection::ExportAllSlots);
     bus_.registerService(service());
   }
+  PortalStandIn(const PortalStandIn&) = delete;
+  PortalStandIn& operator=(const PortalStandIn&) = delete;
   ~PortalStandIn() override {
     bus_.unregisterService(service());
     bus_.unregisterObject(path());

@@ -8,7 +8,7 @@
 namespace tilora::app {
 namespace {
 
-using std::chrono_literals::operator""ms;
+using namespace std::chrono_literals;
 
 constexpr const char* refusal = "Use at least one modifier key and avoid duplicate shortcuts.";
 constexpr quint32 escapeCode = 53;

@@ -59,7 +59,9 @@ TEST(Spring, BeginsWhereItIs) {
 
 TEST(Spring, PassesItsTargetByLessThanAHundredthAndSettles) {
   double furthest = 0;
-  for (double time = 0; time < 0.5; time += 0.001) furthest = std::max(furthest, spring.after({}, 1, time).position);
+  for (int thousandths = 0; thousandths < 500; ++thousandths) {
+    furthest = std::max(furthest, spring.after({}, 1, thousandths / 1000.0).position);
+  }
   EXPECT_GT(furthest, 1.0);
   EXPECT_LT(furthest, 1.01);
   EXPECT_TRUE(hasSettled(spring.after({}, 1, 0.5), 1));
