@@ -90,9 +90,9 @@ std::set<std::string> namesOf(const std::vector<Monitor>& monitors) {
 }
 
 struct MonitorRequest {
-  xcb_window_t root;
-  xcb_atom_t name;
-  bool primary;
+  xcb_window_t root = XCB_WINDOW_NONE;
+  xcb_atom_t name = XCB_ATOM_NONE;
+  bool primary = false;
   PixelRect geometry;
   std::optional<xcb_randr_output_t> output;
 };

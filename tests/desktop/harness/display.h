@@ -69,14 +69,14 @@ class Display {
   /// A timestamp of the server.
   xcb_timestamp_t serverTime();
 
-  std::vector<std::uint32_t> cardinals(xcb_window_t window, std::string_view property);
-  std::vector<std::string> atoms(xcb_window_t window, std::string_view property);
-  std::string text(xcb_window_t window, std::string_view property);
-  bool hasProperty(xcb_window_t window, std::string_view property);
+  std::vector<std::uint32_t> cardinals(xcb_window_t window, std::string_view name);
+  std::vector<std::string> atoms(xcb_window_t window, std::string_view name);
+  std::string text(xcb_window_t window, std::string_view name);
+  bool hasProperty(xcb_window_t window, std::string_view name);
   /// The names of all properties of a window.
   std::set<std::string> propertyNames(xcb_window_t window);
-  void setCardinals(xcb_window_t window, std::string_view property, std::string_view type, const std::vector<std::uint32_t>& values);
-  Extents extents(xcb_window_t window, std::string_view property);
+  void setCardinals(xcb_window_t window, std::string_view name, std::string_view type, const std::vector<std::uint32_t>& values);
+  Extents extents(xcb_window_t window, std::string_view name);
   bool hasState(xcb_window_t window, std::string_view state);
 
   /// The window's own area in root coordinates.
@@ -107,7 +107,7 @@ class Display {
   std::string windowManagerName();
 
   /// Replaces the monitors. The first one is primary.
-  void setMonitors(const std::vector<Monitor>& monitors);
+  void setMonitors(const std::vector<Monitor>& wanted);
   /// Sends a client message to the root, as a pager or a taskbar does.
   void sendRootMessage(xcb_window_t window, std::string_view type, const std::vector<std::uint32_t>& data);
   /// Waits until the program of a window has dealt with everything that it was told so far; false when it does not answer

@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -11,6 +10,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -27,6 +27,7 @@ namespace {
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
   std::vector<char*> result;
+  result.reserve(texts.size() + 1);
   for (std::string& text : texts) result.push_back(text.data());
   result.push_back(nullptr);
   return result;
@@ -38,7 +39,8 @@ std::string programPath(const std::string& name, const Environment& environment)
   const auto path = environment.find("PATH");
   std::istringstream folders(path == environment.end() ? "/usr/bin:/bin" : path->second);
   for (std::string folder; std::getline(folders, folder, ':');) {
-    std::string candidate = folder + "/" + name;
+    std::string candidate = folder;
+    candidate.append("/").append(name);
     if (::access(candidate.c_str(), X_OK) == 0) return candidate;
   }
   throw std::runtime_error("no program named " + name);
@@ -109,7 +111,7 @@ TemporaryDirectory::~TemporaryDirectory() {
 }
 
 std::filesystem::path TemporaryDirectory::write(const std::filesystem::path& relative, const std::string& text) const {
-  const std::filesystem::path file = path_ / relative;
+  std::filesystem::path file = path_ / relative;
   std::filesystem::create_directories(file.parent_path());
   std::ofstream stream(file, std::ios::binary);
   stream << text;
@@ -120,7 +122,8 @@ std::filesystem::path TemporaryDirectory::write(const std::filesystem::path& rel
 ManagedProcess::ManagedProcess(ProcessOptions options) : log_(options.log) {
   std::string program = programPath(options.arguments.at(0), options.environment);
   std::vector<std::string> variables;
-  for (const auto& [name, value] : options.environment) variables.push_back(name + "=" + value);
+  variables.reserve(options.environment.size());
+  for (const auto& [name, value] : options.environment) variables.emplace_back(name).append("=").append(value);
   FileDescriptor sink(::open(log_.empty() ? "/dev/null" : log_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
   FileDescriptor nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
   if (!sink || !nothing) fail("open");

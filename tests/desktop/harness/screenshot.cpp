@@ -14,7 +14,7 @@ bool saveScreenshot(Display& display, const PixelRect& area, const std::filesyst
                                     static_cast<std::uint16_t>(area.height), ~0U);
   const std::unique_ptr<xcb_get_image_reply_t, decltype(&std::free)> reply(xcb_get_image_reply(display.xcb(), cookie, nullptr), &std::free);
   if (!reply || xcb_get_image_data_length(reply.get()) < area.width * area.height * 4) return false;
-  const QImage image(xcb_get_image_data(reply.get()), area.width, area.height, area.width * 4, QImage::Format_RGB32);
+  const QImage image(xcb_get_image_data(reply.get()), area.width, area.height, qsizetype{4} * area.width, QImage::Format_RGB32);
   return image.save(QString::fromStdString(file.string()), "PNG");
 }
 

@@ -1,9 +1,9 @@
 // The test's side of a test application: one JSON object a line, there and back.
 #include "harness/test_client.h"
 
-#include <signal.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <stdexcept>
 
 namespace tilora::harness {
@@ -63,7 +63,7 @@ nlohmann::json TestClient::ask(const nlohmann::json& request) {
     if (count <= 0) throw std::runtime_error("the test application is gone: " + process_->output());
     pending_.append(buffer.data(), static_cast<std::size_t>(count));
   }
-  const nlohmann::json answer = nlohmann::json::parse(pending_.substr(0, end));
+  nlohmann::json answer = nlohmann::json::parse(pending_.substr(0, end));
   pending_.erase(0, end + 1);
   return answer;
 }
