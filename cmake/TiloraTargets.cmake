@@ -20,7 +20,9 @@ if(TILORA_FUZZ)
   target_compile_options(tilora_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 if(TILORA_SANITIZE)
-  target_compile_options(tilora_options INTERFACE -fsanitize=${TILORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  # Objective-C++ has a compiler of its own, whose sanitizers are not those of the others.
+  target_compile_options(tilora_options INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:-fsanitize=${TILORA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all>)
   target_link_options(tilora_options INTERFACE -fsanitize=${TILORA_SANITIZE})
 endif()
 

@@ -11,6 +11,7 @@
 #include <set>
 #include <vector>
 
+#include "fakes/app_kit_state.h"
 #include "fakes/cf_objects.h"
 #include "platform/simulated/simulated_desktop.h"
 
@@ -68,6 +69,7 @@ class FakeSystem {
   /// What the window list answers in place of the world; the caller owns it.
   std::function<CFArrayRef()> windowList;
   OSStatus handlerInstallation = noErr;
+  AppKitState appKit;
   /// The seconds after which a call fails, as set on the system-wide element.
   std::optional<float> defaultTimeout;
 

@@ -23,14 +23,15 @@ typedef struct CGRect CGRect;
 
 typedef uint32_t CGWindowID;
 
-typedef enum CGWindowListOption : uint32_t {
+typedef uint32_t CGWindowListOption;
+enum : CGWindowListOption {
   kCGWindowListOptionAll = 0,
   kCGWindowListOptionOnScreenOnly = 1 << 0,
   kCGWindowListOptionOnScreenAboveWindow = 1 << 1,
   kCGWindowListOptionOnScreenBelowWindow = 1 << 2,
   kCGWindowListOptionIncludingWindow = 1 << 3,
   kCGWindowListExcludeDesktopElements = 1 << 4,
-} CGWindowListOption;
+};
 
 #pragma clang assume_nonnull begin
 

@@ -1,0 +1,82 @@
+// What the fake AppKit and Foundation tell a test, and are told by it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/geometry.h"
+
+namespace tilora::macos::fake {
+
+/// What the user sees of an icon in the menu bar.
+struct ShownStatusItem {
+  std::string symbol;
+  bool isTemplate = false;
+  std::string description;
+  std::string toolTip;
+
+  bool operator==(const ShownStatusItem&) const = default;
+};
+
+/// How a window was set up.
+struct WindowSetup {
+  std::uint64_t styleMask = 0;
+  std::uint64_t collectionBehavior = 0;
+  std::int64_t level = 0;
+  bool hidesOnDeactivate = true;
+
+  bool operator==(const WindowSetup&) const = default;
+};
+
+/// What is said here holds while there is a fake system.
+struct AppKitState {
+  /// Whether a menu is tracked: timers of the default mode stand still.
+  bool tracksMenu = false;
+  /// Whether this program is the active one.
+  bool isActive = false;
+  bool canInstallMonitors = true;
+  /// The place of every icon in the menu bar.
+  Rect iconPlace = {1200, 876, 30, 24};
+  /// Device descriptions carry a text in place of the screen's number.
+  bool describesScreensOddly = false;
+  /// A title that is not UTF-16, in place of every application's name.
+  std::u16string nameOfApplications;
+};
+
+/// Objects that are neither gone nor the system's own, and what of them is still installed.
+long liveObjectiveCObjects();
+std::size_t installedObservers();
+std::size_t runningTimers();
+std::size_t installedMonitors();
+/// Blocks that the main queue holds.
+long queuedBlocks();
+
+std::vector<ShownStatusItem> shownStatusItems();
+void clickStatusItem();
+
+/// The view of a new window, as an address; the window stays until the next call of `closeWindows`.
+std::uintptr_t openWindow(bool isPanel);
+WindowSetup setupOf(std::uintptr_t view);
+void closeWindows();
+
+/// The user presses a button outside this program. `mask` is the bit of the event.
+void pressElsewhere(std::uint64_t mask);
+
+/// Does something between two turns of the main loop: what is autoreleased in it is let go of at its end.
+void inPool(const std::function<void()>& work);
+
+/// One turn of the main loop, for as long as it lives.
+class Pool {
+ public:
+  Pool();
+  Pool(const Pool&) = delete;
+  Pool& operator=(const Pool&) = delete;
+  ~Pool();
+
+ private:
+  void* mark_;
+};
+
+}  // namespace tilora::macos::fake

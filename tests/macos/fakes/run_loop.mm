@@ -1,0 +1,268 @@
+// The main queue, the main run loop and the notification centres, over the clock and the events of the fake system's world.
+#import <AppKit/AppKit.h>
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+
+#include "fakes/app_kit_state.h"
+#include "fakes/fake_system.h"
+#include "fakes/foundation_objects.h"
+
+using namespace tilora;
+using namespace tilora::macos::fake;
+
+struct dispatch_queue_s {};
+
+namespace {
+
+/// A block on the main queue, counted there.
+class Queued {
+ public:
+  explicit Queued(dispatch_block_t block) : block_(block) { ++count; }
+  Queued(const Queued& other) : block_(other.block_) { ++count; }
+  Queued& operator=(const Queued&) = delete;
+  ~Queued() { --count; }
+
+  void operator()() const { inPool(block_); }
+
+  static inline long count = 0;
+
+ private:
+  dispatch_block_t block_;
+};
+
+}  // namespace
+
+extern "C" {
+
+struct dispatch_queue_s _dispatch_main_q;
+
+dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta) { return when + static_cast<dispatch_time_t>(delta); }
+
+void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
+  if (queue != &_dispatch_main_q) crash("work was dispatched off the main queue");
+  FakeSystem::current().world().clock().post(Queued(block));
+}
+
+void dispatch_after(dispatch_time_t when, dispatch_queue_t queue, dispatch_block_t block) {
+  if (queue != &_dispatch_main_q) crash("work was dispatched off the main queue");
+  const std::chrono::nanoseconds delay(when);
+  FakeSystem::current().world().clock().postAfter(std::chrono::ceil<std::chrono::milliseconds>(delay), Queued(block));
+}
+
+NSRunLoopMode const NSDefaultRunLoopMode = @"kCFRunLoopDefaultMode";
+NSRunLoopMode const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
+NSNotificationName const NSWorkspaceDidLaunchApplicationNotification = @"NSWorkspaceDidLaunchApplicationNotification";
+NSNotificationName const NSWorkspaceDidTerminateApplicationNotification = @"NSWorkspaceDidTerminateApplicationNotification";
+NSNotificationName const NSWorkspaceDidActivateApplicationNotification = @"NSWorkspaceDidActivateApplicationNotification";
+NSNotificationName const NSWorkspaceActiveSpaceDidChangeNotification = @"NSWorkspaceActiveSpaceDidChangeNotification";
+NSNotificationName const NSApplicationDidChangeScreenParametersNotification = @"NSApplicationDidChangeScreenParametersNotification";
+
+}  // extern "C"
+
+namespace {
+
+/// The timers that have been added to the run loop, and the observers of all centres: both are owned where they are installed.
+std::vector<NSTimer*> timers;
+std::vector<id> observers;
+
+struct Told {
+  NSNotificationName name;
+  WorkspaceEvent event;
+  bool isByWorkspace;
+};
+
+const std::vector<Told>& toldEvents() {
+  static const std::vector<Told> events = {
+      {NSWorkspaceDidLaunchApplicationNotification, WorkspaceEvent::launched, true},
+      {NSWorkspaceDidTerminateApplicationNotification, WorkspaceEvent::terminated, true},
+      {NSWorkspaceDidActivateApplicationNotification, WorkspaceEvent::activated, true},
+      {NSWorkspaceActiveSpaceDidChangeNotification, WorkspaceEvent::spaceChanged, true},
+      {NSApplicationDidChangeScreenParametersNotification, WorkspaceEvent::screensChanged, false},
+  };
+  return events;
+}
+
+}  // namespace
+
+@interface FakeTimer : NSTimer
+@property double interval;
+@property BOOL repeats;
+@property(copy) void (^block)(NSTimer*);
+- (void)startInMode:(NSRunLoopMode)mode;
+@end
+
+@implementation NSTimer
+
++ (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval repeats:(BOOL)repeats block:(void (^)(NSTimer*))block {
+  auto* timer = [FakeTimer new];
+  timer.interval = interval;
+  timer.repeats = repeats;
+  timer.block = block;
+  return timer;
+}
+
++ (NSTimer*)scheduledTimerWithTimeInterval:(NSTimeInterval)interval repeats:(BOOL)repeats block:(void (^)(NSTimer*))block {
+  NSTimer* timer = [NSTimer timerWithTimeInterval:interval repeats:repeats block:block];
+  [NSRunLoop.mainRunLoop addTimer:timer forMode:NSDefaultRunLoopMode];
+  return timer;
+}
+
+- (void)invalidate {
+  crash("a timer that was never made");
+}
+
+@end
+
+@implementation FakeTimer {
+  Subscription _ticks;
+}
+
+- (void)startInMode:(NSRunLoopMode)mode {
+  const bool isCommon = mode == NSRunLoopCommonModes;
+  if (!isCommon && mode != NSDefaultRunLoopMode) crash("a run loop mode that the fake does not know");
+  const auto interval = std::chrono::round<std::chrono::milliseconds>(std::chrono::duration<double>(self.interval));
+  __weak FakeTimer* reference = self;
+  const auto tick = [reference, isCommon] {
+    FakeTimer* timer = reference;
+    if (!timer || (!isCommon && FakeSystem::current().appKit.tracksMenu)) return;
+    void (^block)(NSTimer*) = timer.block;
+    inPool([&] { block(timer); });
+    if (!timer.repeats) [timer invalidate];
+  };
+  _ticks = FakeSystem::current().world().clock().repeat(interval, tick);
+}
+
+- (void)invalidate {
+  _ticks.reset();
+  self.block = nil;
+  std::erase(timers, self);
+}
+
+@end
+
+@implementation NSRunLoop
+
++ (NSRunLoop*)mainRunLoop {
+  static NSRunLoop* loop = immortal([NSRunLoop new]);
+  return loop;
+}
+
+- (void)addTimer:(NSTimer*)timer forMode:(NSRunLoopMode)mode {
+  timers.push_back(timer);
+  [static_cast<FakeTimer*>(timer) startInMode:mode];
+}
+
+@end
+
+@implementation NSOperationQueue
+
++ (NSOperationQueue*)mainQueue {
+  static NSOperationQueue* queue = immortal([NSOperationQueue new]);
+  return queue;
+}
+
+@end
+
+@interface FakeNotification : NSNotification
+@property(strong) NSString* title;
+@end
+
+@implementation NSNotification
+
+- (NSNotificationName)name {
+  return static_cast<FakeNotification*>(self).title;
+}
+
+@end
+
+@implementation FakeNotification
+@end
+
+@interface FakeObserver : NSObject
+@property(copy) void (^block)(NSNotification*);
+@property(strong) NSString* name;
+@property(strong) NSNotificationCenter* center;
+- (void)listenTo:(WorkspaceEvent)event;
+- (void)stop;
+@end
+
+@implementation FakeObserver {
+  Subscription _events;
+}
+
+- (void)listenTo:(WorkspaceEvent)event {
+  __weak FakeObserver* reference = self;
+  _events = FakeSystem::current().world().interfaces().workspace.observe(event, [reference] {
+    FakeObserver* observer = reference;
+    if (!observer) return;
+    inPool([&] {
+      auto* notification = [FakeNotification new];
+      notification.title = observer.name;
+      void (^block)(NSNotification*) = observer.block;
+      block(notification);
+    });
+  });
+}
+
+- (void)stop {
+  _events.reset();
+  self.block = nil;
+}
+
+@end
+
+@interface FakeCenter : NSNotificationCenter
+@property BOOL isOfWorkspace;
+@end
+
+@implementation NSNotificationCenter
+
++ (NSNotificationCenter*)defaultCenter {
+  static NSNotificationCenter* center = immortal(centerOf(false));
+  return center;
+}
+
+- (id<NSObject>)addObserverForName:(NSNotificationName)name
+                            object:(id)object
+                             queue:(NSOperationQueue*)queue
+                        usingBlock:(void (^)(NSNotification*))block {
+  if (queue != NSOperationQueue.mainQueue) crash("an observer that is not told on the main queue");
+  if (object) crash("an observer of one sender");
+  auto* observer = [FakeObserver new];
+  observer.block = block;
+  observer.name = name;
+  observer.center = self;
+  for (const Told& told : toldEvents()) {
+    if ([told.name isEqual:name] && told.isByWorkspace == static_cast<FakeCenter*>(self).isOfWorkspace) [observer listenTo:told.event];
+  }
+  observers.push_back(observer);
+  return observer;
+}
+
+- (void)removeObserver:(id)observer {
+  // An observer of another centre is passed over, as by the real one.
+  auto* removed = static_cast<FakeObserver*>(observer);
+  if (removed.center != self || std::erase(observers, observer) == 0) return;
+  [removed stop];
+}
+
+@end
+
+@implementation FakeCenter
+@end
+
+namespace tilora::macos::fake {
+
+NSNotificationCenter* centerOf(bool isOfWorkspace) {
+  auto* center = [FakeCenter new];
+  center.isOfWorkspace = isOfWorkspace;
+  return center;
+}
+
+long queuedBlocks() { return Queued::count; }
+std::size_t installedObservers() { return observers.size(); }
+std::size_t runningTimers() { return timers.size(); }
+
+}  // namespace tilora::macos::fake
