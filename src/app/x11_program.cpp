@@ -66,7 +66,7 @@ class Front {
                     .access = {.isAllowed = [&consent] { return consent.isGiven(); },
                                .allow = [&consent](bool given) { consent.set(given); },
                                .missing = [&desktop] { return desktop.missingSupport(); }}}),
-        icon_([this](const QRect& place) { interface_.toggleMenu(place); }),
+        icon_({.openMenu = [this](const QRect& place) { interface_.toggleMenu(place); }, .openAccess = [this] { openAccess(); }}),
         trust_(controller, [this] { icon_.setTrusted(controller_.isAccessibilityTrusted()); }) {
     desktop_.onThemeChanged([this] { followTheme(); });
     followTheme();

@@ -40,8 +40,8 @@ QIcon trayPicture(bool trusted) {
   return icon;
 }
 
-TrayIcon::TrayIcon(std::function<void(const QRect&)> activated)
-    : activated_(std::move(activated)),
+TrayIcon::TrayIcon(Clicks clicks)
+    : clicks_(std::move(clicks)),
       watcher_(QString::fromLatin1(statusNotifierWatcher), QDBusConnection::sessionBus(), QDBusServiceWatcher::WatchForOwnerChange) {
   // Which protocol an icon speaks is settled when it is made.
   QObject::connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, &watcher_, [this] { install(); });
@@ -53,9 +53,10 @@ TrayIcon::~TrayIcon() = default;
 void TrayIcon::install() {
   icon_ = std::make_unique<QSystemTrayIcon>(trayPicture(trusted_));
   icon_->setToolTip(QStringLiteral("Tilora"));
-  QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(), [this](QSystemTrayIcon::ActivationReason) {
+  QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(), [this](QSystemTrayIcon::ActivationReason reason) {
+    if (reason == QSystemTrayIcon::MiddleClick) return clicks_.openAccess();
     const QRect place = icon_->geometry();
-    activated_(place.isEmpty() ? QRect(QCursor::pos(), QSize(1, 1)) : place);
+    clicks_.openMenu(place.isEmpty() ? QRect(QCursor::pos(), QSize(1, 1)) : place);
   });
   icon_->show();
 }

@@ -18,9 +18,13 @@ QIcon trayPicture(bool trusted);
 /// thread only.
 class TrayIcon {
  public:
-  /// Calls `activated` with the icon's place on the screen, in Qt's coordinates, when the user clicks it; the pointer's place where the
-  /// panel does not tell.
-  explicit TrayIcon(std::function<void(const QRect&)> activated);
+  struct Clicks {
+    /// Gets the icon's place on the screen, in Qt's coordinates; the pointer's place where the panel does not tell.
+    std::function<void(const QRect&)> openMenu;
+    /// With the middle button.
+    std::function<void()> openAccess;
+  };
+  explicit TrayIcon(Clicks clicks);
   TrayIcon(const TrayIcon&) = delete;
   TrayIcon& operator=(const TrayIcon&) = delete;
   ~TrayIcon();
@@ -32,7 +36,7 @@ class TrayIcon {
  private:
   void install();
 
-  std::function<void(const QRect&)> activated_;
+  Clicks clicks_;
   bool trusted_ = false;
   QDBusServiceWatcher watcher_;
   std::unique_ptr<QSystemTrayIcon> icon_;

@@ -14,7 +14,7 @@ panel_position = top left horizontal
 panel_background_id = 0
 systray_padding = 4 4 4
 systray_icon_size = 24
-)";
+panel_monitor = )";
 
 constexpr const char* xfceConfiguration = R"(<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
@@ -44,7 +44,9 @@ std::vector<xcb_window_t> childrenOf(Display& display, xcb_window_t window) {
 
 std::optional<PixelRect> iconBelow(Display& display, xcb_window_t window, int depth) {
   for (const xcb_window_t child : childrenOf(display, window)) {
-    const bool isIcon = display.text(child, "WM_CLASS").starts_with("tilora") && display.hasProperty(child, "_XEMBED_INFO");
+    // Windows that a window manager knows of could be embedded as well, as far as Qt is concerned.
+    const bool isIcon = display.text(child, "WM_CLASS").starts_with("tilora") && display.hasProperty(child, "_XEMBED_INFO") &&
+                        !display.hasProperty(child, "WM_STATE");
     if (isIcon && display.viewable(child)) return display.clientArea(child);
     if (depth == 0) continue;
     if (const auto found = iconBelow(display, child, depth - 1)) return found;
@@ -54,10 +56,10 @@ std::optional<PixelRect> iconBelow(Display& display, xcb_window_t window, int de
 
 }  // namespace
 
-ManagedProcess startPanel(Panel kind, Session& session) {
+ManagedProcess startPanel(Panel kind, Session& session, int monitor) {
   switch (kind) {
     case Panel::tint2:
-      return session.start({"tint2", "-c", session.home().write("tint2rc", tint2Configuration).string()});
+      return session.start({"tint2", "-c", session.home().write("tint2rc", tint2Configuration + std::to_string(monitor) + "\n").string()});
     case Panel::trayer:
       return session.start({"trayer", "--edge", "top", "--align", "left", "--widthtype", "pixel", "--width", "300", "--heighttype", "pixel",
                             "--height", "32", "--SetPartialStrut", "true"});

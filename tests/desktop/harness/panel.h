@@ -12,8 +12,9 @@ namespace tilora::harness {
 
 enum class Panel : std::uint8_t { tint2, trayer, xfce };
 
-/// Starts a panel at the top-left of the screen. The icons of Xfce's come over the message bus, which is started for it.
-ManagedProcess startPanel(Panel kind, Session& session);
+/// Starts a panel at the top-left of the screen; tint2's is on the monitor of that number, from 1 on. The icons of Xfce's come over the
+/// message bus, which is started for it.
+ManagedProcess startPanel(Panel kind, Session& session, int monitor = 1);
 
 /// Where Tilora's icon is; none while no panel has embedded it (XEmbed).
 std::optional<PixelRect> embeddedIcon(Display& display);
