@@ -207,7 +207,8 @@ class MonitorsTest : public InterfaceTest {
 };
 
 TEST_P(MonitorsTest, TheMenuOpensOnTheScreenOfItsIcon) {
-  for (const auto& [monitor, number] : {std::pair(left, 1), std::pair(right, 2)}) {
+  for (const int number : {1, 2}) {
+    const PixelRect monitor = number == 1 ? left : right;
     panel.emplace(startPanel(Panel::tint2, number));
     startTilora();
     ASSERT_TRUE(waitsFor([&] { return embeddedIcon(display) && monitor.contains(icon()); }, "the icon is on that monitor"));
