@@ -5,7 +5,7 @@ BUILD := build/release
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
-.PHONY: all run test test-desktops sanitize bench bench-pass bench-latency format check-format tidy clean
+.PHONY: all run test test-desktops sanitize check-macos bench bench-pass bench-latency format check-format tidy clean
 
 ## Builds everything.
 all:
@@ -40,6 +40,14 @@ sanitize:
 	@cmake --preset sanitize
 	@cmake --build --preset sanitize
 	@ctest --preset sanitize
+
+## The macOS desktop without a Mac: its tests over fake frameworks, then both processors' objects, the static analyser and a link.
+check-macos:
+	@$(INSTALL) build macos-checks
+	@cmake --preset release
+	@cmake --build --preset release --target macos_checks
+	@ctest --preset release -L macos --no-tests=error
+	@tests/macos/cross/check.sh $(BUILD)/macos-objects
 
 ## Builds and runs the benchmarks.
 bench:
