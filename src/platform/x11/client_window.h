@@ -96,6 +96,8 @@ struct PendingFrame {
   bool tookFullscreen = false;
   /// Whether the window was fullscreen by somebody else's wish when it was last looked at.
   bool wasFullscreen = false;
+  /// Whether the manager may put the window elsewhere than asked time and again: Openbox does after fullscreen.
+  bool mayBeOff = false;
   /// The decorations and shadow that the request reckoned with.
   Extents decoration;
   Extents shadow;
@@ -108,7 +110,10 @@ struct PendingFrame {
   /// Whether the window has answered the last request.
   bool answered = true;
   int attempts = 0;
-  /// The visible frame when it was last looked at, and since when it has stayed so.
+  /// The visible frame as the manager told it last, and since when.
+  PixelRect shown;
+  std::chrono::steady_clock::time_point shownSince;
+  /// The visible frame when a pass last wrote to it, and since when it had stayed so.
   PixelRect last;
   std::chrono::steady_clock::time_point unchangedSince;
   std::chrono::steady_clock::time_point sentAt;

@@ -16,7 +16,7 @@ constexpr auto answerTime = std::chrono::milliseconds(800);
 constexpr int mostAttempts = 3;
 /// A window that keeps changing by itself is not fought with; after so long a rest it may be asked again.
 constexpr auto rest = std::chrono::seconds(2);
-/// A frame that lasted so long was reached: what comes after is somebody else's change.
+/// A frame that lasted so long was reached.
 constexpr auto reachedTime = std::chrono::milliseconds(200);
 /// X windows are placed with 16-bit coordinates.
 constexpr double farthest = 32000;
@@ -43,8 +43,9 @@ void learnDrift(ClientWindow& window) {
   const int x = visible.x - frame.requested->x;
   const int y = visible.y - frame.requested->y;
   const bool isBorder = window.declaredBorder ? std::abs(x) == *window.declaredBorder : std::abs(x) <= widestBorder;
-  // A place that stayed wrong when it was asked for again is wrong by the manager's reckoning: Openbox's is off after fullscreen.
-  const bool persists = frame.attempts > 1 && visible.width == frame.requested->width && visible.height == frame.requested->height;
+  // A place that stayed wrong when it was asked for again is wrong by the manager's reckoning.
+  const bool persists =
+      frame.mayBeOff && frame.attempts > 1 && visible.width == frame.requested->width && visible.height == frame.requested->height;
   if (frame.decoration != window.decoration || !(persists || (isBorder && x == y))) return;
   frame.driftX += x;
   frame.driftY += y;
@@ -55,6 +56,20 @@ void startOver(PendingFrame& frame) {
   frame.accepted.reset();
   frame.attempts = 0;
   frame.unsure = true;
+  frame.mayBeOff = true;
+}
+
+/// Takes in where the manager has the window now. A frame that lasted was reached: what comes after it is somebody else's change, the
+/// user's who drags the window for instance, and no answer to the request.
+void follow(PendingFrame& frame, const PixelRect& visible, std::chrono::steady_clock::time_point now) {
+  if (visible == frame.shown) return;
+  const bool wasReached = frame.shown == frame.requested || frame.shown == frame.accepted;
+  if (wasReached && now - frame.shownSince >= reachedTime) {
+    frame.attempts = 0;
+    frame.mayBeOff = false;
+  }
+  frame.shown = visible;
+  frame.shownSince = now;
 }
 
 long overlap(const PixelRect& a, const PixelRect& b) {
@@ -127,10 +142,7 @@ bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, C
     frame.unchangedSince = now;
   }
   const auto unchanged = now - frame.unchangedSince;
-  if (visible == *frame.requested || visible == frame.accepted) {
-    if (unchanged >= reachedTime) frame.attempts = 0;
-    return false;
-  }
+  if (visible == *frame.requested || visible == frame.accepted) return false;
   if (!frame.answered && now - frame.sentAt < answerTime) return false;
   // In its place, and no more to be had by asking again: a terminal ends at a whole line.
   const bool isInPlace = visible.x == frame.requested->x && visible.y == frame.requested->y;
@@ -141,14 +153,20 @@ bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, C
   }
   if (frame.attempts < mostAttempts) return true;
   if (unchanged < rest) return false;
-  frame.accepted = visible;
+  // What was made up for was not the reason.
   if (visible.x != frame.requested->x || visible.y != frame.requested->y) frame.driftX = frame.driftY = 0;
+  if (std::exchange(frame.mayBeOff, false)) {
+    frame.attempts = 0;
+    return true;
+  }
+  frame.accepted = visible;
   return false;
 }
 
 void FrameWriter::changed(ClientWindow& window, Clock::time_point now) {
   PendingFrame& frame = window.frame;
   frame.answered = true;
+  follow(frame, window.visible(), now);
   if (!window.states.fullscreen) frame.tookFullscreen = false;
   const bool leftFullscreen = std::exchange(frame.wasFullscreen, window.isFullscreen()) && !window.states.fullscreen;
   if (!frame.requested) return;

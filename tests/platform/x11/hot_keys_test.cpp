@@ -275,6 +275,7 @@ TEST_F(HotKeysTest, ACombinationHeldForOneStateOfTheLocksIsNotTakenForTheOthers)
   harness::TestClient other(bare.session);
   ASSERT_TRUE(other.grabKey(static_cast<int>(Key::leftBracket), altShiftState | XCB_MOD_MASK_LOCK));
   EXPECT_FALSE(hotKeys->registerHotKey(1, leftBracket.keyCode, optionShift));
+  settle();
   EXPECT_TRUE(other.grabKey(static_cast<int>(Key::leftBracket), altShiftState));
   EXPECT_TRUE(other.grabKey(static_cast<int>(Key::leftBracket), altShiftState | XCB_MOD_MASK_2));
 }
