@@ -7,6 +7,7 @@ Surface {
     readonly property int gap: 1
     readonly property int reach: thickness + gap
 
+    objectName: "focusRing"
     anchors.fill: parent
     anchors.margins: -reach
     visible: parent.activeFocus

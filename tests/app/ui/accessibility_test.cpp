@@ -37,6 +37,7 @@ std::vector<QAccessibleInterface*> controlsOf(QWindow& window) {
 
 std::vector<Told> toldOf(const std::vector<QAccessibleInterface*>& controls) {
   std::vector<Told> told;
+  told.reserve(controls.size());
   for (QAccessibleInterface* control : controls) told.push_back({control->role(), control->text(QAccessible::Name).toStdString()});
   return told;
 }
