@@ -58,13 +58,19 @@ FocusScope {
         }
     }
 
-    MenuContent {
-        id: content
-        objectName: "content"
-        x: view.horizontalPadding
-        y: view.verticalPadding
-        width: view.width - 2 * view.horizontalPadding
-        model: view.menu
+    ScrollArea {
+        anchors.fill: parent
+        margin: view.verticalPadding
+        contentHeight: view.implicitHeight
+
+        MenuContent {
+            id: content
+            objectName: "content"
+            x: view.horizontalPadding
+            y: view.verticalPadding
+            width: view.width - 2 * view.horizontalPadding
+            model: view.menu
+        }
     }
 
     // The edge that a window manager would draw.

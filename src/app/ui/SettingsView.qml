@@ -17,17 +17,6 @@ FocusScope {
     height: 633
     focus: true
 
-    function reveal(item) {
-        if (!item || item === view)
-            return;
-        const top = item.mapToItem(scroller.contentItem, 0, 0).y - padding;
-        const bottom = top + item.height + 2 * padding;
-        if (top < scroller.contentY)
-            scroller.contentY = Math.max(top, 0);
-        else if (bottom > scroller.contentY + scroller.height)
-            scroller.contentY = Math.min(bottom, scroller.contentHeight) - scroller.height;
-    }
-
     Keys.onPressed: event => {
         if (SettingsCommand.matches(event.key, event.modifiers)) {
             event.accepted = true;
@@ -38,32 +27,23 @@ FocusScope {
         }
     }
 
-    Connections {
-        target: view.Window.window
-        function onActiveFocusItemChanged() {
-            view.reveal(view.Window.activeFocusItem);
-        }
-    }
-
     Rectangle {
         objectName: "background"
         anchors.fill: parent
         color: Theme.windowBackground
     }
 
-    Flickable {
-        id: scroller
-        objectName: "scroller"
+    ScrollArea {
         anchors.fill: parent
+        margin: view.padding
         contentHeight: content.implicitHeight + 2 * view.padding
-        boundsBehavior: Flickable.StopAtBounds
 
         Column {
             id: content
             objectName: "content"
             x: view.padding
             y: view.padding
-            width: scroller.width - 2 * view.padding
+            width: view.width - 2 * view.padding
             spacing: 16
 
             Column {
@@ -192,20 +172,5 @@ FocusScope {
                 }
             }
         }
-    }
-
-    // Where the content is scrolled to.
-    Rectangle {
-        objectName: "scrollIndicator"
-        readonly property int margin: 3
-
-        anchors.right: parent.right
-        anchors.rightMargin: margin
-        y: margin + scroller.visibleArea.yPosition * (view.height - 2 * margin)
-        width: 6
-        height: scroller.visibleArea.heightRatio * (view.height - 2 * margin)
-        visible: scroller.visibleArea.heightRatio < 1
-        radius: width / 2
-        color: Theme.faded(Theme.text, 0.35)
     }
 }

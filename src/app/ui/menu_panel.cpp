@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <algorithm>
 
 #include "app/ui/menu_position.h"
 
@@ -43,7 +44,7 @@ void MenuPanel::openAt(const QRect& anchor, const QRect& visible) {
 }
 
 void MenuPanel::fitToContent() {
-  const double height = rootObject()->implicitHeight();
+  const double height = std::min<double>(rootObject()->implicitHeight(), visible_.height());
   rootObject()->setHeight(height);
   const QSize size(static_cast<int>(rootObject()->width()), static_cast<int>(height));
   setGeometry(QRect(menuPosition(size, anchor_, visible_), size));

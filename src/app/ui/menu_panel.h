@@ -17,7 +17,7 @@ class MenuPanel : public QQuickView {
   /// Both must outlive it.
   MenuPanel(QQmlEngine& engine, MenuViewModel& menu);
 
-  /// Opens at an icon, inside `visible`; both in Qt's coordinates.
+  /// Opens at an icon, inside `visible`; both in Qt's coordinates. What does not fit there is scrolled to.
   void openAt(const QRect& anchor, const QRect& visible);
   Q_SLOT void dismiss();
 

@@ -33,8 +33,6 @@ inline void turn() {
 
 class InterfaceSession {
  public:
-  static constexpr QRect screen = {0, 0, 800, 800};
-
   InterfaceSession() : InterfaceSession(test::tiledLaptop().app(100).window(1).front(100, 1).build()) {}
   explicit InterfaceSession(std::unique_ptr<simulated::SimulatedDesktop> desktop) : session_(std::move(desktop)) {}
 
@@ -44,6 +42,8 @@ class InterfaceSession {
   UserInterface& interface() { return interface_; }
   int timesQuit() const { return timesQuit_; }
 
+  /// What panels leave free.
+  QRect screen = {0, 0, 800, 800};
   /// The user's consent and what the session lacks.
   bool allowed = false;
   std::vector<std::string> missing;
@@ -99,7 +99,7 @@ class InterfaceSession {
                                 [this](const QKeyEvent& event) {
                                   return session_.desktop().keyMonitor().press({event.nativeScanCode(), flagsOf(event)});
                                 },
-                            .visibleFrame = [](const QScreen&) { return screen; },
+                            .visibleFrame = [this](const QScreen&) { return screen; },
                             .inUsersWindow = [this](std::function<void()> work) { forUsersWindow.push_back(std::move(work)); },
                             .keyboardTaken = [] {},
                             .quit = [this] { ++timesQuit_; },

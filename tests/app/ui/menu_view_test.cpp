@@ -317,6 +317,37 @@ TEST_F(MenuView, TheFooterShowsTheGapAndQuits) {
   EXPECT_EQ(session.timesQuit(), 1);
 }
 
+TEST_F(MenuView, OnAScreenThatIsTooLowItIsScrolled) {
+  key(Qt::Key_Escape);
+  session.screen = {0, 10, 800, 300};
+  session.openMenu();
+  QWindow& window = *session.interface().menuPanel();
+  EXPECT_EQ(window.geometry(), QRect(380, 10, 420, 300));
+  const QRectF seen(0, 0, 420, 300);
+  const auto isSeen = [&](const char* name) { return seen.contains(within(find(menu, name), menu)); };
+  EXPECT_TRUE(find(menu, "scrollIndicator").isVisible());
+  EXPECT_TRUE(isSeen("row0"));
+  EXPECT_FALSE(isSeen("quit"));
+  key(Qt::Key_Up);
+  EXPECT_TRUE(isSeen("quit"));
+  key(Qt::Key_Down);
+  EXPECT_TRUE(isSeen("row0"));
+  QWheelEvent wheel({50, 50}, {50, 50}, {}, QPoint(0, -1200), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&window, &wheel);
+  EXPECT_TRUE(runUntil([&] { return isSeen("quit"); }));
+  key(Qt::Key_Escape);
+  session.openMenu();
+  EXPECT_TRUE(isSeen("row0"));
+}
+
+TEST_F(MenuView, WhereItFitsNothingIsScrolled) {
+  EXPECT_FALSE(find(menu, "scrollIndicator").isVisible());
+  QWheelEvent wheel({50, 50}, {50, 50}, {}, QPoint(0, -1200), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(session.interface().menuPanel(), &wheel);
+  turn();
+  EXPECT_EQ(within(find(menu, "content"), menu).top(), 7);
+}
+
 TEST_F(MenuView, FollowsTheBindingsWhileItIsOpen) {
   session.controller().setBinding({123, 0x1800}, ShortcutAction::moveRight);
   turn();
