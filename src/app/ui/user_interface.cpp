@@ -46,6 +46,7 @@ void UserInterface::toggleMenu(const QRect& icon) {
   QQmlEngine& qml = engine();
   if (!panel_) {
     panel_ = std::make_unique<MenuPanel>(qml, menu_);
+    parts_.menuMade(*panel_);
     QObject::connect(panel_.get(), &MenuPanel::keyboardTaken, &idle_, [this] { parts_.keyboardTaken(); });
     QObject::connect(panel_.get(), &MenuPanel::dismissed, &idle_, [this] { releaseWhenIdle(); });
   }

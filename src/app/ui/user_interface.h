@@ -31,6 +31,8 @@ struct InterfaceParts {
   /// Called when everything that the windows needed has been let go of.
   std::function<void()> released;
   AccessParts access;
+  /// Called with the menu before it is first shown.
+  std::function<void(MenuPanel&)> menuMade = [](MenuPanel&) {};
 };
 
 /// Draws with the software renderer. While no window is open, nothing of QML is in memory, except for some time after the last one closed.
