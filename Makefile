@@ -1,31 +1,45 @@
 # The everyday commands. Each one installs what it needs first, when something is missing, and builds what it runs.
 .DEFAULT_GOAL := all
 
-BUILD := build/release
+ifeq ($(shell uname -s),Darwin)
+PRESET := macos
+# Homebrew keeps these out of the way of the system's own.
+export CMAKE_PREFIX_PATH := $(shell brew --prefix icu4c 2>/dev/null):$(shell brew --prefix qt 2>/dev/null)
+else
+PRESET := release
+endif
+BUILD := build/$(PRESET)
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
-.PHONY: all run test test-desktops sanitize check-macos bench bench-pass bench-latency format check-format tidy clean
+.PHONY: all run test package test-desktops sanitize check-macos bench bench-pass bench-latency format check-format tidy clean
 
 ## Builds everything.
 all:
 	@$(INSTALL) build
-	@cmake --preset release
-	@cmake --build --preset release
+	@cmake --preset $(PRESET)
+	@cmake --build --preset $(PRESET)
 
 ## Starts Tilora on this desktop; without one, shows it on a virtual desktop and checks what it does.
 run:
 	@$(INSTALL) build
-	@cmake --preset release
-	@cmake --build --preset release --target everyday
+	@cmake --preset $(PRESET)
+	@cmake --build --preset $(PRESET) --target everyday
 	@tools/run.sh $(BUILD)/bin
 
 ## Every test that a change has to pass.
 test:
 	@$(INSTALL) build test
-	@cmake --preset release
-	@cmake --build --preset release
-	@ctest --preset release
+	@cmake --preset $(PRESET)
+	@cmake --build --preset $(PRESET)
+	@ctest --preset $(PRESET)
+
+## The disk image to hand out; on macOS only.
+package:
+	@$(INSTALL) build
+	@cmake --preset $(PRESET)
+	@cmake --build --preset $(PRESET) --target everyday
+	@tools/package-macos.sh $(BUILD)
 
 ## The desktop suite on all nine window managers.
 test-desktops:

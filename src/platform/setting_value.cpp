@@ -5,10 +5,11 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <locale>
+#include <sstream>
 #include <string_view>
 
 namespace tilora {
@@ -66,8 +67,10 @@ double numberAtStartOf(std::string_view text) {
   const std::string_view number = decimalPrefix(text);
   if (number.empty()) return 0;
   double value = 0;
-  const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-  if (result.ec == std::errc::result_out_of_range) value = outOfRange(number);
+  // Not every standard library converts a double from characters without a stream.
+  std::istringstream stream{std::string(number)};
+  stream.imbue(std::locale::classic());
+  if (!(stream >> value)) value = outOfRange(number);
   return isNegative ? -value : value;
 }
 
