@@ -30,8 +30,8 @@ inline constexpr Spot resetButton = {139, 531};
 inline constexpr std::array<Spot, 4> recordButtons = {{{537, 339}, {537, 381}, {537, 423}, {537, 465}}};
 
 /// The same in the menu of a user who has consented.
-inline constexpr std::array<Spot, 6> rows = {{{150, 68}, {150, 121}, {150, 174}, {150, 227}, {150, 288}, {150, 355}}};
-inline constexpr Spot quitButton = {365, 419};
+inline constexpr std::array<Spot, 6> rows = {{{150, 68}, {150, 121}, {150, 174}, {150, 227}, {150, 280}, {150, 340}}};
+inline constexpr Spot quitButton = {365, 404};
 
 class InterfaceTest : public DesktopTest {
  protected:

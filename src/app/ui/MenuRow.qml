@@ -14,7 +14,7 @@ Pressable {
     readonly property int verticalPadding: 8
     readonly property int cornerRadius: 10
     readonly property int symbolSize: 13
-    readonly property int spacing: 10
+    readonly property int spacing: 8
     // 0 is idle, 1 pressed.
     readonly property real press: spring.value
 

@@ -1,38 +1,15 @@
 // The windows as they are drawn, beside the pictures that were looked at and found right. Run once for each scale (QT_SCALE_FACTOR) and for
 // light and dark (TILORA_SCHEME). With TILORA_WRITE_PICTURES set, the pictures are written anew instead, to be looked at before they are
 // kept.
-#include <gmock/gmock.h>
-
-#include <QDir>
-#include <QFont>
-#include <QGuiApplication>
-#include <QImage>
-
-#include "app/ui/color_scheme.h"
 #include "app/ui/consent_window.h"
-#include "app/ui/interface_session.h"
 #include "app/ui/qml_module.h"
 #include "app/ui/spring_value.h"
-#include "picture_difference.h"
+#include "pictures.h"
 
 namespace tilora::app {
 namespace {
 
 using namespace std::chrono_literals;
-
-bool isDark() { return qEnvironmentVariable("TILORA_SCHEME") == QLatin1String("dark"); }
-
-QString variant() {
-  const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1"));
-  return QStringLiteral("-%1-%2x.png").arg(isDark() ? QStringLiteral("dark") : QStringLiteral("light"), scale);
-}
-
-/// The window once it stands still.
-QImage pictureOf(QQuickWindow& window) {
-  // One frame for the layout, one to be seen.
-  for (int frame = 0; frame < 2; ++frame) window.grabWindow();
-  return window.grabWindow().convertToFormat(QImage::Format_RGB32);
-}
 
 class Pictures : public testing::Test {
  protected:
@@ -43,20 +20,7 @@ class Pictures : public testing::Test {
   }
 
   /// Compares a window with the picture of that name.
-  void compare(QQuickWindow& window, const char* name) {
-    // Less than one shortcut that is another one changes.
-    constexpr double tolerance = 0.0015;
-    const QImage actual = pictureOf(window);
-    const QString file = QLatin1String(name) + variant();
-    const QString expected = QDir(QStringLiteral(TILORA_PICTURES)).filePath(file);
-    if (qEnvironmentVariableIsSet("TILORA_WRITE_PICTURES")) {
-      ASSERT_TRUE(actual.save(expected, "PNG", 0)) << expected.toStdString();
-      return;
-    }
-    const double difference = visibleDifference(actual, QImage(expected));
-    EXPECT_LT(difference, tolerance) << file.toStdString();
-    if (difference >= tolerance) actual.save(QDir(QStringLiteral(TILORA_ACTUAL_PICTURES)).filePath(file));
-  }
+  void compare(QQuickWindow& window, const char* name) { expectLikePicture(pictureOf(window), QLatin1String(name) + variant()); }
   static bool isAtRest(QQuickItem& item, const char* spring) {
     return runUntil([&] { return item.findChild<SpringValue*>(QLatin1String(spring))->state() == QAbstractAnimation::Stopped; });
   }
@@ -157,13 +121,4 @@ TEST(PictureDifference, SeesWhatAPersonSees) {
 }  // namespace
 }  // namespace tilora::app
 
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication application(argc, argv);
-  QGuiApplication::setFont(QFont(QStringLiteral("DejaVu Sans")));
-  QGuiApplication::setApplicationVersion(QStringLiteral("1.0"));
-  QGuiApplication::setQuitOnLastWindowClosed(false);
-  QGuiApplication::setPalette(tilora::app::isDark() ? tilora::app::darkPalette() : tilora::app::lightPalette());
-  testing::InitGoogleMock(&argc, argv);
-  return RUN_ALL_TESTS();
-}
+int main(int argc, char** argv) { return tilora::app::runPictureTests(argc, argv); }
