@@ -17,7 +17,7 @@ namespace {
 
 AppKitState& state() { return FakeSystem::current().appKit; }
 Desktop world() { return FakeSystem::current().world().interfaces(); }
-NSRect rectOf(const Rect& rect) { return {{rect.x, rect.y}, {rect.width, rect.height}}; }
+NSRect rectOf(const tilora::Rect& rect) { return {{rect.x, rect.y}, {rect.width, rect.height}}; }
 
 }  // namespace
 
@@ -336,7 +336,7 @@ id installed(FakeMonitor* monitor) {
 }
 
 - (NSRect)convertRectToScreen:(NSRect)rect {
-  const Rect place = state().iconPlace;
+  const tilora::Rect place = state().iconPlace;
   return {{rect.origin.x + place.x, rect.origin.y + place.y}, rect.size};
 }
 
@@ -450,7 +450,7 @@ id installed(FakeMonitor* monitor) {
 }
 
 - (NSRect)bounds {
-  const Rect place = state().iconPlace;
+  const tilora::Rect place = state().iconPlace;
   return {{0, 0}, {place.width, place.height}};
 }
 

@@ -37,6 +37,8 @@ struct AppKitState {
   /// Whether this program is the active one.
   bool isActive = false;
   bool canInstallMonitors = true;
+  /// Whether something is on its way to each observer that is removed.
+  bool tellsRemovedObservers = false;
   /// The place of every icon in the menu bar.
   Rect iconPlace = {1200, 876, 30, 24};
   /// Device descriptions carry a text in place of the screen's number.
@@ -50,6 +52,8 @@ long liveObjectiveCObjects();
 std::size_t installedObservers();
 std::size_t runningTimers();
 std::size_t installedMonitors();
+/// Tells the observers that were removed while something was on its way to them, once.
+void tellRemovedObservers();
 /// Blocks that the main queue holds.
 long queuedBlocks();
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <map>
+#include <utility>
 
 #include "fakes/app_kit_state.h"
 #include "fakes/fake_system.h"
@@ -66,6 +67,8 @@ namespace {
 /// The timers that have been added to the run loop, and the observers of all centres: both are owned where they are installed.
 std::vector<NSTimer*> timers;
 std::vector<id> observers;
+/// What is still on its way to observers that were removed.
+std::vector<void (^)(NSNotification*)> late;
 
 struct Told {
   NSNotificationName name;
@@ -208,6 +211,7 @@ const std::vector<Told>& toldEvents() {
 
 - (void)stop {
   _events.reset();
+  if (FakeSystem::current().appKit.tellsRemovedObservers) late.push_back(self.block);
   self.block = nil;
 }
 
@@ -259,6 +263,13 @@ NSNotificationCenter* centerOf(bool isOfWorkspace) {
   auto* center = [FakeCenter new];
   center.isOfWorkspace = isOfWorkspace;
   return center;
+}
+
+void tellRemovedObservers() {
+  inPool([] {
+    const auto blocks = std::exchange(late, {});
+    for (const auto& block : blocks) block([FakeNotification new]);
+  });
 }
 
 long queuedBlocks() { return Queued::count; }

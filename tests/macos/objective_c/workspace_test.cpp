@@ -86,9 +86,9 @@ TEST_P(ObservedEvent, AnObserverThatEndedIsNotToldOfWhatWasOnItsWay) {
   int told = 0;
   auto observer = workspace_.observe(GetParam(), [&] { ++told; });
   EXPECT_EQ(fake::installedObservers(), 1U);
-  world_->notify(GetParam());
+  system_.appKit.tellsRemovedObservers = true;
   observer.reset();
-  world_->clock().runPosted();
+  fake::tellRemovedObservers();
   EXPECT_EQ(told, 0);
   EXPECT_EQ(fake::installedObservers(), 0U);
 }

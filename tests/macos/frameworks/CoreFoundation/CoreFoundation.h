@@ -20,6 +20,21 @@
 #define CF_EXPORT extern
 #endif
 
+// Old types of the system, of which the program uses none: their names must not be in its way.
+struct Point {
+  short v;
+  short h;
+};
+typedef struct Point Point;
+struct Rect {
+  short top;
+  short left;
+  short bottom;
+  short right;
+};
+typedef struct Rect Rect;
+typedef long Size;
+
 typedef unsigned char Boolean;
 typedef uint8_t UInt8;
 typedef uint16_t UInt16;
