@@ -124,6 +124,9 @@ constexpr int characterBits = 7;
 
 @end
 
+@implementation NSValue
+@end
+
 @interface FakeNumber : NSNumber
 @property unsigned long long value;
 @end

@@ -50,7 +50,10 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @interface NSConstantString : NSString
 @end
 
-@interface NSNumber : NSObject
+@interface NSValue : NSObject
+@end
+
+@interface NSNumber : NSValue
 @property(readonly) unsigned long long unsignedLongLongValue;
 @end
 
