@@ -12,7 +12,7 @@ BUILD := build/$(PRESET)
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
-.PHONY: all run test package test-desktops sanitize check-macos bench bench-pass bench-latency format check-format tidy clean
+.PHONY: all run test package test-desktops sanitize check-macos check-macos-faults bench bench-pass bench-latency format check-format tidy clean
 
 ## Builds everything.
 all:
@@ -62,6 +62,11 @@ check-macos:
 	@cmake --build --preset release --target macos_checks
 	@ctest --preset release -L macos --no-tests=error
 	@tests/macos/cross/check.sh $(BUILD)/macos-objects
+
+## Plants faults in a copy of the macOS desktop's sources, one after the other, and expects a check to find each; takes a while.
+check-macos-faults:
+	@$(INSTALL) build macos-checks
+	@tests/macos/faults/run.sh build/macos-faults
 
 ## Builds and runs the benchmarks.
 bench:
