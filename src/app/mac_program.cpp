@@ -54,11 +54,17 @@ InterfaceParts MacProgram::interfaceParts() {
           .access = {.isAllowed = [this] { return controller_.isAccessibilityTrusted(); },
                      .allow = [this](bool) { controller_.openAccessibilitySettings(); },
                      .missing = [] { return std::vector<std::string>(); }},
-          .menuMade =
-              [this](MenuPanel& panel) {
-                macos::makePanel(viewOf_(panel));
-                QObject::connect(&panel, &MenuPanel::dismissed, &panel, [this] { pressesElsewhere_.reset(); });
-              }};
+          .menuMade = [this](MenuPanel& panel) { setUp(panel); }};
+}
+
+void MacProgram::setUp(MenuPanel& panel) {
+  // Of Qt's panels only a tool window takes the keyboard.
+  panel.setFlags(Qt::Tool | Qt::FramelessWindowHint);
+  macos::makePanel(viewOf_(panel));
+  QObject::connect(&panel, &QWindow::activeChanged, &panel, [&panel] {
+    if (!panel.isActive()) panel.dismiss();
+  });
+  QObject::connect(&panel, &MenuPanel::dismissed, &panel, [this] { pressesElsewhere_.reset(); });
 }
 
 void MacProgram::addSettingsCommand() {

@@ -37,6 +37,7 @@ class MacProgram {
 
  private:
   InterfaceParts interfaceParts();
+  void setUp(MenuPanel& panel);
   void addSettingsCommand();
   void toggleMenu(const Rect& icon);
   void showTrust();

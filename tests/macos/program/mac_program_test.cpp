@@ -80,6 +80,20 @@ TEST_F(MacProgramTest, TheMenuOpensWithoutActivatingTheProgram) {
   EXPECT_THAT(world_->takeEffects(), Not(Contains(Effect(SelfActivated{}))));
 }
 
+TEST_F(MacProgramTest, TheMenuIsOfTheKindThatTakesTheKeyboard) {
+  click();
+  EXPECT_EQ(program_->interface().menuPanel()->type(), Qt::Tool);
+  EXPECT_TRUE(program_->interface().menuPanel()->flags().testFlag(Qt::FramelessWindowHint));
+}
+
+TEST_F(MacProgramTest, TheMenuClosesWhenAnotherWindowTakesTheKeyboard) {
+  click();
+  program_->interface().performSettingsCommand();
+  program_->interface().settingsWindow()->requestActivate();
+  turn();
+  EXPECT_FALSE(isMenuOpen());
+}
+
 TEST_F(MacProgramTest, TheMenuOpensUnderTheIcon) {
   system_.appKit.iconPlace = {300, 876, 33, 24};
   click();

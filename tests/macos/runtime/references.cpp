@@ -170,21 +170,24 @@ void objc_setProperty_nonatomic(Object* self, Selector* /*command*/, Object* val
   objc_storeStrong(reinterpret_cast<Object**>(reinterpret_cast<char*>(self) + offset), value);
 }
 
-/// What is copied here never changes, so that a reference does.
-void objc_setProperty_nonatomic_copy(Object* self, Selector* command, Object* value, std::ptrdiff_t offset) {
-  objc_setProperty_nonatomic(self, command, value, offset);
-}
-
 void objc_setProperty_atomic(Object* self, Selector* command, Object* value, std::ptrdiff_t offset) {
   objc_setProperty_nonatomic(self, command, value, offset);
 }
 
-void objc_setProperty_atomic_copy(Object* self, Selector* command, Object* value, std::ptrdiff_t offset) {
-  objc_setProperty_nonatomic(self, command, value, offset);
+/// Of what is copied here only blocks can change: for the others a reference is as good.
+void objc_setProperty_nonatomic_copy(Object* self, Selector* /*command*/, Object* value, std::ptrdiff_t offset) {
+  auto** place = reinterpret_cast<Object**>(reinterpret_cast<char*>(self) + offset);
+  Object* before = *place;
+  *place = objc_retain(value);
+  objc_release(before);
 }
 
-void objc_setProperty(Object* self, Selector* command, Object* value, std::ptrdiff_t offset, bool /*isAtomic*/, bool /*copies*/) {
-  objc_setProperty_nonatomic(self, command, value, offset);
+void objc_setProperty_atomic_copy(Object* self, Selector* command, Object* value, std::ptrdiff_t offset) {
+  objc_setProperty_nonatomic_copy(self, command, value, offset);
+}
+
+void objc_setProperty(Object* self, Selector* command, Object* value, std::ptrdiff_t offset, bool /*isAtomic*/, bool copies) {
+  copies ? objc_setProperty_nonatomic_copy(self, command, value, offset) : objc_setProperty_nonatomic(self, command, value, offset);
 }
 
 void objc_enumerationMutation(Object* /*collection*/) { crash("a collection changed while it was enumerated"); }
