@@ -193,6 +193,8 @@ bool isBlock(const Object* object) {
   return object->isa == &_NSConcreteStackBlock || object->isa == &_NSConcreteGlobalBlock || object->isa == &_NSConcreteMallocBlock;
 }
 
+bool isOnStack(const Object* object) { return object->isa == &_NSConcreteStackBlock; }
+
 std::size_t sizeOf(Class* type) {
   settle();
   return static_cast<std::size_t>(type->instanceSize);

@@ -1,6 +1,7 @@
 // Counting references: what ARC compiles to. Every object stays in memory until the process ends.
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <set>
 #include <unordered_map>
 #include <vector>
@@ -26,13 +27,14 @@ struct Count {
 
 /// The objects that have a count: not classes, constants and blocks.
 std::unordered_map<const Object*, Count>& counts() {
-  static std::unordered_map<const Object*, Count> all;
+  // Never destroyed: whoever lets go of an object while the program ends still finds it.
+  static auto& all = *std::make_unique<std::unordered_map<const Object*, Count>>().release();
   return all;
 }
 
 /// The weak references to each object.
 std::unordered_map<const Object*, std::set<Object**>>& weakReferences() {
-  static std::unordered_map<const Object*, std::set<Object**>> all;
+  static auto& all = *std::make_unique<std::unordered_map<const Object*, std::set<Object**>>>().release();
   return all;
 }
 
@@ -95,6 +97,7 @@ extern "C" {
 
 Object* objc_retain(Object* object) {
   if (!object || isTagged(object)) return object;
+  if (isOnStack(object)) return object;
   if (isBlock(object)) return static_cast<Object*>(_Block_copy(object));
   if (Count* count = livingCountOf(object, "retain")) ++count->references;
   return object;
@@ -178,7 +181,7 @@ void objc_setProperty_atomic(Object* self, Selector* command, Object* value, std
 void objc_setProperty_nonatomic_copy(Object* self, Selector* /*command*/, Object* value, std::ptrdiff_t offset) {
   auto** place = reinterpret_cast<Object**>(reinterpret_cast<char*>(self) + offset);
   Object* before = *place;
-  *place = objc_retain(value);
+  *place = value && !isTagged(value) && isBlock(value) ? objc_retainBlock(value) : objc_retain(value);
   objc_release(before);
 }
 

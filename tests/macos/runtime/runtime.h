@@ -26,6 +26,8 @@ struct Selector {
 inline bool isTagged(const Object* object) { return (reinterpret_cast<std::uintptr_t>(object) & 7U) != 0; }
 /// Whether an object is a block, on the stack or not.
 bool isBlock(const Object* object);
+/// Whether it is a block that a reference does not keep: it goes with its scope.
+bool isOnStack(const Object* object);
 
 /// A new object with one reference, its C++ members constructed.
 Object* allocate(Class* type);
