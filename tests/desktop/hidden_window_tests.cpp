@@ -182,6 +182,39 @@ TEST_P(HiddenWindowTest, ABusyWindowManagerShowsInTheEndWhatTheLastCommandShows)
   EXPECT_TRUE(isActive(pair.right.window));
 }
 
+TEST_P(HiddenWindowTest, AWindowThatABusyWindowManagerHidesLateComesBack) {
+  startTilora();
+  const Pair pair = openPair();
+  windowManager->process().signal(SIGSTOP);
+  press(Place::full);
+  ASSERT_TRUE(comesTrue([&] { return isMarked(pair.left.window); }));
+  // Tilora gives up waiting.
+  ASSERT_TRUE(comesTrue([&] { return !isMarked(pair.left.window); }));
+  windowManager->process().signal(SIGCONT);
+  EXPECT_TRUE(isHidden(pair.left.window));
+  EXPECT_TRUE(isTiled(pair.right.window, Place::full));
+  EXPECT_TRUE(comesTrue([&] { return isMarked(pair.left.window); }));
+  press(Place::right);
+  EXPECT_TRUE(isTiled(pair.right.window, Place::right));
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+}
+
+TEST_P(HiddenWindowTest, AWindowThatABusyWindowManagerHidesLateIsShownWhenTiloraHasEndedBefore) {
+  startTilora();
+  const Pair pair = openPair();
+  windowManager->process().signal(SIGSTOP);
+  press(Place::full);
+  ASSERT_TRUE(comesTrue([&] { return isMarked(pair.left.window); }));
+  ASSERT_TRUE(comesTrue([&] { return !isMarked(pair.left.window); }));
+  tilora->signal(SIGTERM);
+  ASSERT_TRUE(tilora->waitForEnd());
+  windowManager->process().signal(SIGCONT);
+  // By the time it takes a new window it has dealt with what was asked before.
+  open("later");
+  EXPECT_TRUE(isShown(pair.left.window));
+  EXPECT_TRUE(isShown(pair.right.window));
+}
+
 INSTANTIATE_TEST_SUITE_P(On, HiddenWindowTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
 
 }  // namespace

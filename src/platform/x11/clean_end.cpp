@@ -21,7 +21,8 @@ constexpr auto longestWait = std::chrono::milliseconds(250);
 std::vector<ClientWindowRef> hiddenWindows(const ClientModel& model) {
   std::vector<ClientWindowRef> hidden;
   for (const auto& window : model.windows()) {
-    if (window->marks.any() || window->storedMarks.any()) hidden.push_back(window);
+    // One that has not become iconic yet may do so after the end.
+    if (window->marks.any() || window->storedMarks.any() || window->refusesHiding) hidden.push_back(window);
   }
   std::ranges::stable_sort(hidden, {}, [](const ClientWindowRef& window) { return window->focusSerial; });
   return hidden;

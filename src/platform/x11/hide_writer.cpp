@@ -1,6 +1,8 @@
 // The iconic state of one window: requested, stored, seen.
 #include "platform/x11/hide_writer.h"
 
+#include <utility>
+
 #include "platform/x11/requests.h"
 
 namespace tilora::x11 {
@@ -18,7 +20,8 @@ bool HideWriter::isToBeRestored(const ClientWindow& window) {
 }
 
 bool HideWriter::activates(const ClientWindow& window, const WindowManagerTraits& traits) {
-  return traits.restore == RestoreMethod::activate || window.restoreAttempts > 0 || window.iconRequest == IconRequest::iconify;
+  const bool isStillMapped = window.iconRequest == IconRequest::iconify || window.refusesHiding;
+  return traits.restore == RestoreMethod::activate || window.restoreAttempts > 0 || isStillMapped;
 }
 
 void HideWriter::restore(ClientWindow& window, const WindowManagerTraits& traits, xcb_timestamp_t time, Clock::time_point now) {
@@ -68,6 +71,11 @@ bool HideWriter::settle(ClientWindow& window) {
   if (window.states.hidden) {
     if (window.iconRequest == IconRequest::iconify) window.iconRequest = IconRequest::none;
     window.iconifyIsUnseen = false;
+    // What seemed to be a refusal was a manager that took its time.
+    if (std::exchange(window.refusesHiding, false)) {
+      (window.isNormal() ? window.marks.window : window.marks.application) = true;
+      storeMarks(window);
+    }
     return false;
   }
   if (window.iconRequest == IconRequest::restore && !window.iconifyIsUnseen) {
