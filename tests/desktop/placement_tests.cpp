@@ -145,6 +145,31 @@ TEST_P(PlacementTest, ADialogIsLeftAloneAndLetsItsParentStay) {
   EXPECT_TRUE(isHidden(other.window));
 }
 
+TEST_P(PlacementTest, AnOrdinaryWindowThatBelongsToAnotherComesAndGoesWithIt) {
+  App& app = open("app");
+  const App& other = open("other");
+  startTilora();
+  EXPECT_TRUE(isHidden(app.window));
+  activate(app.window);
+  EXPECT_TRUE(isTiled(app.window, Place::full));
+  EXPECT_TRUE(isHidden(other.window));
+  const WindowOptions options = {
+      .title = "second", .instance = "app", .className = "app", .geometry = {500, 300, 320, 200}, .transientFor = app.window};
+  const xcb_window_t second = openWindow(app.client, options);
+  const auto area = display.clientArea(second);
+  ASSERT_TRUE(passes(2));
+  EXPECT_EQ(display.clientArea(second), area);
+  EXPECT_TRUE(isTiled(app.window, Place::full));
+  EXPECT_TRUE(isHidden(other.window));
+  activate(other.window);
+  EXPECT_TRUE(isHidden(app.window));
+  EXPECT_TRUE(isHidden(second));
+  activate(app.window);
+  EXPECT_TRUE(isTiled(app.window, Place::full));
+  EXPECT_TRUE(isShown(second));
+  EXPECT_TRUE(isHidden(other.window));
+}
+
 INSTANTIATE_TEST_SUITE_P(On, PlacementTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
 
 }  // namespace

@@ -164,6 +164,12 @@ ApplicationRegistry::Changes ApplicationRegistry::update() {
 }
 
 void ApplicationRegistry::settleHiding() {
+  for (const auto& window : model_.windows()) {
+    // It was on its own when it was hidden, and has a parent to follow now.
+    if (window->isNormal() || !window->isOrdinary() || !window->marks.window) continue;
+    window->marks.window = false;
+    marksChanged_(window);
+  }
   const auto isShown = [&](const ClientWindowRef& window) {
     return window->isNormal() && window->isOn(model_.facts().currentDesktop) && !window->marks.any() && !window->storedMarks.any() &&
            !window->states.hidden && !window->isFullscreen() && !window->refusesHiding;

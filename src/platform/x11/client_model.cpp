@@ -133,6 +133,7 @@ void ClientModel::refresh() {
     refreshRoot();
     refreshWindows();
   }
+  if (changes_.windows) findParents();
 }
 
 void ClientModel::refreshRoot() {
@@ -394,6 +395,10 @@ void ClientModel::fetched(const ClientWindowRef& window, Field field) {
     default:
       return;
   }
+}
+
+void ClientModel::findParents() {
+  for (const auto& window : windows_) window->hasParent = window->transientFor != window->id && byId_.contains(window->transientFor);
 }
 
 void ClientModel::touch(const ClientWindowRef& window) { changes_.touched.push_back(window); }

@@ -114,6 +114,7 @@ class ClientModel {
   void drop(const ClientWindowRef& window);
   bool isRetained(const ClientWindow& window) const;
   void touch(const ClientWindowRef& window);
+  void findParents();
 
   Connection& connection_;
   std::array<PropertyField, propertyFieldCount> properties_;

@@ -137,6 +137,8 @@ struct ClientWindow {
 
   WindowType type = WindowType::unset;
   xcb_window_t transientFor = XCB_WINDOW_NONE;
+  /// Whether the window that it is transient for is another one of the listed windows.
+  bool hasParent = false;
   WindowStates states;
   /// Whether the window manager lists its allowed actions at all, and which of those in use it has ever listed: some take them from the
   /// list while the window is iconic, maximised or on another desktop.
@@ -190,8 +192,9 @@ struct ClientWindow {
   /// Root coordinates.
   PixelRect visible() const { return visibleFrame(client, decoration, shadow); }
   bool isTransient() const { return transientFor != XCB_WINDOW_NONE; }
-  /// NORMAL, or nothing said and on its own.
-  bool isNormal() const { return type == WindowType::normal || (type == WindowType::unset && !isTransient()); }
+  /// NORMAL, or nothing said, and on its own. Managers make a NORMAL window with a parent iconic together with it and show both together,
+  /// so that neither can be hidden alone.
+  bool isNormal() const { return (type == WindowType::normal && !hasParent) || (type == WindowType::unset && !isTransient()); }
   /// An ordinary window of the user's, its dialogs and palettes included: what hiding an application takes away.
   bool isOrdinary() const { return type != WindowType::desktop && type != WindowType::dock && type != WindowType::other; }
   /// Iconic by somebody else's wish. The stored marks of a window that is to be shown again go when that is asked for.

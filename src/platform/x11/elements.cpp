@@ -10,8 +10,8 @@ namespace {
 
 std::string_view subrole(const ClientWindow& window) {
   if (window.isNormal()) return window.states.skipTaskbar ? "AXFloatingWindow" : "AXStandardWindow";
-  if (window.type == WindowType::dialog || (window.type == WindowType::unset && window.isTransient())) return "AXDialog";
   if (window.type == WindowType::palette) return "AXFloatingWindow";
+  if (window.isOrdinary()) return "AXDialog";
   return "AXUnknown";
 }
 

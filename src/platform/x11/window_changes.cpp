@@ -43,10 +43,15 @@ bool WindowChanges::followsItsParent(const ClientWindow& window) const {
   return parent && parent->marks.any();
 }
 
+bool WindowChanges::waitsForItsParent(const ClientWindow& window) const {
+  const auto parent = window.isTransient() ? model_.find(window.transientFor) : nullptr;
+  return parent && parent->isSettling();
+}
+
 std::vector<ClientWindowRef> WindowChanges::takeRestorable(const WindowManagerTraits& traits) {
   std::vector<ClientWindowRef> windows;
   for (const auto& window : written_) {
-    if (followsItsParent(*window)) continue;
+    if (followsItsParent(*window) || waitsForItsParent(*window)) continue;
     const bool canBe = window->isOn(model_.facts().currentDesktop) ||
                        (traits.restore == RestoreMethod::map && traits.elsewhere == RestoreElsewhere::inPlace);
     if (HideWriter::isToBeRestored(*window) && canBe) windows.push_back(window);

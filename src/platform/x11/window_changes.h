@@ -29,6 +29,9 @@ class WindowChanges {
  private:
   /// Whether the window is a dialog of one that stays iconic: window managers bring it back together with that one.
   bool followsItsParent(const ClientWindow& window) const;
+  /// Whether the window is a dialog of one that somebody else brings back at this moment, and the dialog with it: asked for once more it
+  /// would take the focus from that one.
+  bool waitsForItsParent(const ClientWindow& window) const;
   std::vector<ClientWindowRef> takeRestorable(const WindowManagerTraits& traits);
 
   Connection& connection_;
