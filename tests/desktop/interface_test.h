@@ -36,7 +36,14 @@ inline constexpr Spot quitButton = {365, 404};
 class InterfaceTest : public DesktopTest {
  protected:
   using DesktopTest::DesktopTest;
-  ManagedProcess startPanel(Panel kind, int monitor = 1) { return harness::startPanel(kind, session, monitor); }
+  /// Returns when it is there: a click on the desktop where it is going to be would take the focus from the active window.
+  ManagedProcess startPanel(Panel kind, int monitor = 1) {
+    const PixelRect everything = display.rootGeometry();
+    EXPECT_TRUE(comesTrue([&] { return display.visibleFrame(everything) == everything; }));
+    ManagedProcess started = harness::startPanel(kind, session, monitor);
+    EXPECT_TRUE(comesTrue([&] { return display.visibleFrame(everything) != everything; }));
+    return started;
+  }
   PixelRect icon() { return embeddedIcon(display).value_or(PixelRect{4, 4, 24, 24}); }
   std::optional<PixelRect> menu() { return openMenuArea(display); }
   /// Waits for something that no event tells.
