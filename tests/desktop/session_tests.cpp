@@ -163,6 +163,25 @@ TEST_P(SessionTest, TiloraGoesOnWhenTheWindowManagerCrashes) {
   EXPECT_TRUE(isHidden(second.window));
 }
 
+TEST_P(SessionTest, WhatWasHiddenWhenTheWindowManagerCrashedIsShownWhenTiloraEnds) {
+  const App& first = open("first");
+  const App& second = open("second");
+  startTilora();
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  windowManager->process().signal(SIGKILL);
+  windowManager->process().waitForEnd();
+  windowManager.reset();
+  next.emplace(GetParam(), session, display);
+  activate(second.window);
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  tilora->signal(SIGTERM);
+  ASSERT_TRUE(tilora->waitForEnd());
+  EXPECT_TRUE(isShown(first.window));
+  EXPECT_TRUE(isShown(second.window));
+}
+
 /// Without a window manager to begin with.
 class EarlyStartTest : public DesktopTest {
  protected:

@@ -52,6 +52,8 @@ class CleanEnd {
     const auto shown = shownStack(state_);
     for (const auto& window : windows) {
       window->marks = {};
+      // There is no second attempt.
+      window->mapIsNoRequest = isMapped(*window);
       state_.hides.restore(*window, traits_, time_);
     }
     for (const auto id : shown) requestRaise(connection_, id);
@@ -88,6 +90,13 @@ class CleanEnd {
   }
 
  private:
+  bool isMapped(const ClientWindow& window) const {
+    xcb_connection_t* xcb = connection_.xcb();
+    const auto cookie = xcb_get_window_attributes(xcb, window.id);
+    const Reply<xcb_get_window_attributes_reply_t> reply{xcb_get_window_attributes_reply(xcb, cookie, nullptr)};
+    return reply && reply->map_state != XCB_MAP_STATE_UNMAPPED;
+  }
+
   /// Takes in events until `holds` answers true, for a moment at most.
   template <class Predicate>
   void follow(Predicate holds) {

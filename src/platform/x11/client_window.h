@@ -170,6 +170,8 @@ struct ClientWindow {
   bool iconifyIsUnseen = false;
   /// How often a restore has been asked for without an effect.
   int restoreAttempts = 0;
+  /// Whether it is mapped although it is iconic: the server maps the windows of a manager that dies, and the next one may leave it at that.
+  bool mapIsNoRequest = false;
   /// It was asked to become iconic and did not.
   bool refusesHiding = false;
   PendingFrame frame;

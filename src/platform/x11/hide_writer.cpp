@@ -20,7 +20,7 @@ bool HideWriter::isToBeRestored(const ClientWindow& window) {
 }
 
 bool HideWriter::activates(const ClientWindow& window, const WindowManagerTraits& traits) {
-  const bool isStillMapped = window.iconRequest == IconRequest::iconify || window.refusesHiding;
+  const bool isStillMapped = window.iconRequest == IconRequest::iconify || window.refusesHiding || window.mapIsNoRequest;
   return traits.restore == RestoreMethod::activate || window.restoreAttempts > 0 || isStillMapped;
 }
 
