@@ -46,6 +46,7 @@ TEST_P(PlacementTest, AThirdWindowHidesThePairAndThePairComesBackTogether) {
   EXPECT_TRUE(isTiled(left.window, Place::left));
   const App& right = open("right");
   press(Place::right);
+  EXPECT_TRUE(isTiled(right.window, Place::right));
   EXPECT_TRUE(isTiled(left.window, Place::left));
   const App& third = open("third");
   EXPECT_TRUE(isTiled(third.window, Place::full));

@@ -37,7 +37,8 @@ TEST_P(WireTest, APassInTheSteadyStateMakesOneRoundTripAtMost) {
   };
   EXPECT_TRUE(everything.waitUntil(isSteady, 2 * defaultDeadline)) << testing::PrintToString(requests);
   const Traffic& later = everything.of(resource);
-  EXPECT_LE(later.replies - before.replies, passesOf(later) - passesOf(before));
+  // The reply to the last pass before may have come after it.
+  EXPECT_LE(later.replies - before.replies, passesOf(later) - passesOf(before) + 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(On, WireTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
