@@ -121,7 +121,7 @@ TEST_P(ApplicationTest, AHungApplicationHoldsNothingUp) {
   display.activate(hung.window);
   EXPECT_TRUE(isHidden(app.window));
   EXPECT_TRUE(isTiled(hung.window, Place::full));
-  display.activate(app.window);
+  activate(app.window);
   EXPECT_TRUE(isTiled(app.window, Place::full));
   press(Place::left);
   EXPECT_TRUE(isTiled(app.window, Place::left));
