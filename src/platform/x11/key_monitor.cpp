@@ -16,9 +16,8 @@ std::optional<Subscription> X11KeyMonitor::install(std::function<bool(const KeyE
 bool X11KeyMonitor::deliver(const KeyEvent& event) {
   // A handler may take itself or others away while it runs.
   const auto installed = handlers_;
-  return std::any_of(installed.rbegin(), installed.rend(), [&](const Handler& handler) {
-    return std::ranges::find(handlers_, handler) != handlers_.end() && (*handler)(event);
-  });
+  return std::any_of(installed.rbegin(), installed.rend(),
+                     [&](const Handler& handler) { return std::ranges::find(handlers_, handler) != handlers_.end() && (*handler)(event); });
 }
 
 }  // namespace tilora::x11
