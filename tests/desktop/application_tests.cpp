@@ -121,6 +121,7 @@ TEST_P(ApplicationTest, AHungApplicationHoldsNothingUp) {
   display.activate(hung.window);
   EXPECT_TRUE(isHidden(app.window));
   EXPECT_TRUE(isTiled(hung.window, Place::full));
+  ASSERT_TRUE(passes());
   activate(app.window);
   EXPECT_TRUE(isTiled(app.window, Place::full));
   press(Place::left);
