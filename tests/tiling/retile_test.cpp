@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 
 #include "support/desktops.h"
 #include "support/named_case.h"
@@ -402,7 +403,7 @@ TEST(Retile, AnApplicationThatVanishesDuringThePassIsPassedOver) {
 TEST(Retile, AfterEachPassEveryPairIsOfTwoLiveHalves) {
   Engine engine(threeApplications().app(400).window(4).front(100, 1));
   const std::vector<WindowKey> keys = {{100, 1}, {200, 2}, {300, 3}, {400, 4}};
-  const WindowPlacement placements[] = {full, left, right, floatCenter};
+  const std::array placements = {full, left, right, floatCenter};
 
   for (std::size_t step = 0; step < 256; ++step) {
     const auto& key = keys[step % 4];
