@@ -26,6 +26,7 @@ TEST(TextPool, KeepsManyAndLongTexts) {
   std::vector<std::string_view> kept;
   for (std::size_t i = 0; i < 2000; ++i) texts.emplace_back(i % 100 == 99 ? 10'000 : i % 60, static_cast<char>('a' + i % 26));
 
+  kept.reserve(texts.size());
   for (const auto& text : texts) kept.push_back(pool.keep(text));
   const TextPool moved = std::move(pool);
 
