@@ -32,7 +32,7 @@ std::string sentence(std::string_view what, const fs::path& file, const std::err
   return std::string(what) + ' ' + file.string() + ": " + reason(error) + '.';
 }
 
-/// The keys with which desktops switch an entry off: the first by the specification, the others by the session settings of GNOME, Cinnamon
+/// The keys with which desktops switch an entry off: the first is that of all desktops, the others those of GNOME, Cinnamon
 /// and MATE.
 bool isSwitchedOff(std::string_view entry) {
   return desktopEntryHas(entry, "Hidden", true) || desktopEntryHas(entry, "X-GNOME-Autostart-enabled", false) ||

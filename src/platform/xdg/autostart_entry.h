@@ -1,4 +1,4 @@
-// Starting with the session: an entry in the user's autostart folder (Desktop Application Autostart Specification 0.5).
+// Starting with the session: an entry in the user's autostart folder (freedesktop.org, Desktop Application Autostart 0.5).
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// Where a program of this user keeps its files (XDG Base Directory Specification).
+// Where a program of this user keeps its files (freedesktop.org, XDG Base Directory 0.8).
 #pragma once
 
 #include <filesystem>

@@ -48,7 +48,7 @@ std::optional<std::string_view> desktopEntryValue(std::string_view text, std::st
 
 bool desktopEntryHas(std::string_view text, std::string_view key, bool value) {
   const auto found = desktopEntryValue(text, key);
-  // 1 and 0 are what booleans were before the specification had a version.
+  // 1 and 0 are what booleans were before desktop entries had a version.
   return found && (*found == (value ? "true" : "false") || *found == (value ? "1" : "0"));
 }
 

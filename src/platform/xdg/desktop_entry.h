@@ -1,4 +1,4 @@
-// The text of a desktop entry (Desktop Entry Specification 1.5).
+// The text of a desktop entry (freedesktop.org, Desktop Entry 1.5).
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// The configuration folder follows the environment as the specification says.
+// The configuration folder follows the environment as the XDG Base Directory standard has it.
 #include "platform/xdg/base_directories.h"
 
 #include <gtest/gtest.h>

@@ -108,7 +108,7 @@ TEST(DesktopEntry, APathWithAnEqualOrPercentSignIsStartedByAShell) {
 
 TEST(DesktopEntry, APathThatIsNoTextCannotBeSaid) { EXPECT_EQ(execValue("/opt/\xff/tilora"), std::nullopt); }
 
-TEST(DesktopEntry, APlainPathIsWrittenAsTheSpecificationWritesIt) { EXPECT_EQ(execValue("/a\\b$c"), R"("/a\\\\b\\$c")"); }
+TEST(DesktopEntry, BackslashesAndDollarsInAPathAreEscapedTwice) { EXPECT_EQ(execValue("/a\\b$c"), R"("/a\\\\b\\$c")"); }
 
 }  // namespace
 }  // namespace tilora::xdg
