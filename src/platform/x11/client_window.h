@@ -105,6 +105,8 @@ struct PendingFrame {
   /// border away, so that nothing but the outcome tells.
   int driftX = 0;
   int driftY = 0;
+  /// Whether the frame was asked for once more without what was made up for.
+  bool wasMadeUp = false;
   /// What the window made of the request, and stays.
   std::optional<PixelRect> accepted;
   /// Whether the window has answered the last request.

@@ -36,9 +36,11 @@ int movedInto(int start, int extent, int low, int high) { return std::max(std::m
 
 /// Takes in that the request for a place was answered with another one. What is off by the border that the client once declared, which one
 /// manager reckons with and others do not, is made up for by the next request. A manager that answers with real events alone has not told
-/// the border: an equal and small step in both directions is taken for it.
+/// the border: an equal and small step in both directions is taken for it. Where a maximised window is, or one that nobody asked for a
+/// place, is no answer.
 void learnDrift(ClientWindow& window) {
   PendingFrame& frame = window.frame;
+  if (frame.attempts == 0 || window.states.maximized()) return;
   const PixelRect visible = window.visible();
   const int x = visible.x - frame.requested->x;
   const int y = visible.y - frame.requested->y;
@@ -121,6 +123,7 @@ bool FrameWriter::write(ClientWindow& window, Clock::time_point now) {
   if (visible != frame.requested) {
     frame.accepted.reset();
     frame.attempts = 0;
+    frame.wasMadeUp = false;
     if (visible == current && !window.states.maximized() && frame.answered && !frame.unsure) {
       frame.requested = visible;
       return false;
@@ -153,9 +156,11 @@ bool FrameWriter::shouldRequest(PendingFrame& frame, const PixelRect& visible, C
   }
   if (frame.attempts < mostAttempts) return true;
   if (unchanged < rest) return false;
-  // What was made up for was not the reason.
-  if (visible.x != frame.requested->x || visible.y != frame.requested->y) frame.driftX = frame.driftY = 0;
-  if (std::exchange(frame.mayBeOff, false)) {
+  const bool mayBeOff = std::exchange(frame.mayBeOff, false);
+  // What was made up for was not the reason: once more without.
+  const bool isMadeUp = (frame.driftX != 0 || frame.driftY != 0) && !isInPlace;
+  if (isMadeUp) frame.driftX = frame.driftY = 0;
+  if (mayBeOff || (isMadeUp && !std::exchange(frame.wasMadeUp, true))) {
     frame.attempts = 0;
     return true;
   }
