@@ -4,7 +4,19 @@
 namespace tilora::harness {
 namespace {
 
-class HiddenWindowTest : public DesktopTest {};
+class HiddenWindowTest : public DesktopTest {
+ protected:
+  /// A pair of which Tilora wants to hide the left one, which the window manager does not do before Tilora has given up waiting. It stands
+  /// still when this returns.
+  Pair hideWhileTheWindowManagerIsBusy() {
+    const Pair pair = openPair();
+    windowManager->process().signal(SIGSTOP);
+    press(Place::full);
+    EXPECT_TRUE(comesTrue([&] { return isMarked(pair.left.window); }));
+    EXPECT_TRUE(comesTrue([&] { return !isMarked(pair.left.window); }));
+    return pair;
+  }
+};
 
 TEST_P(HiddenWindowTest, ATaskbarBringsAHiddenWindowBack) {
   const App& first = open("first");
@@ -184,12 +196,7 @@ TEST_P(HiddenWindowTest, ABusyWindowManagerShowsInTheEndWhatTheLastCommandShows)
 
 TEST_P(HiddenWindowTest, AWindowThatABusyWindowManagerHidesLateComesBack) {
   startTilora();
-  const Pair pair = openPair();
-  windowManager->process().signal(SIGSTOP);
-  press(Place::full);
-  ASSERT_TRUE(comesTrue([&] { return isMarked(pair.left.window); }));
-  // Tilora gives up waiting.
-  ASSERT_TRUE(comesTrue([&] { return !isMarked(pair.left.window); }));
+  const Pair pair = hideWhileTheWindowManagerIsBusy();
   windowManager->process().signal(SIGCONT);
   EXPECT_TRUE(isHidden(pair.left.window));
   EXPECT_TRUE(isTiled(pair.right.window, Place::full));
@@ -201,11 +208,7 @@ TEST_P(HiddenWindowTest, AWindowThatABusyWindowManagerHidesLateComesBack) {
 
 TEST_P(HiddenWindowTest, AWindowThatABusyWindowManagerHidesLateIsShownWhenTiloraHasEndedBefore) {
   startTilora();
-  const Pair pair = openPair();
-  windowManager->process().signal(SIGSTOP);
-  press(Place::full);
-  ASSERT_TRUE(comesTrue([&] { return isMarked(pair.left.window); }));
-  ASSERT_TRUE(comesTrue([&] { return !isMarked(pair.left.window); }));
+  const Pair pair = hideWhileTheWindowManagerIsBusy();
   tilora->signal(SIGTERM);
   ASSERT_TRUE(tilora->waitForEnd());
   windowManager->process().signal(SIGCONT);

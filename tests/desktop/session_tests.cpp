@@ -28,6 +28,20 @@ class SessionTest : public DesktopTest {
     return allWindowManagers.front();
   }
 
+  /// One window shown, the other hidden, and the window manager replaced by another copy of it after a crash.
+  void outliveACrash(const App& hidden, const App& shown) {
+    startTilora();
+    EXPECT_TRUE(isTiled(shown.window, Place::full));
+    EXPECT_TRUE(isHidden(hidden.window));
+    windowManager->process().signal(SIGKILL);
+    windowManager->process().waitForEnd();
+    windowManager.reset();
+    next.emplace(GetParam(), session, display);
+    activate(shown.window);
+    EXPECT_TRUE(isTiled(shown.window, Place::full));
+    EXPECT_TRUE(isHidden(hidden.window));
+  }
+
   std::optional<WindowManager> next;
 };
 
@@ -148,16 +162,7 @@ TEST_P(SessionTest, TheWindowsStayTiledWhenAnotherWindowManagerTakesOver) {
 TEST_P(SessionTest, TiloraGoesOnWhenTheWindowManagerCrashes) {
   const App& first = open("first");
   const App& second = open("second");
-  startTilora();
-  EXPECT_TRUE(isTiled(second.window, Place::full));
-  EXPECT_TRUE(isHidden(first.window));
-  windowManager->process().signal(SIGKILL);
-  windowManager->process().waitForEnd();
-  windowManager.reset();
-  next.emplace(GetParam(), session, display);
-  activate(second.window);
-  EXPECT_TRUE(isTiled(second.window, Place::full));
-  EXPECT_TRUE(isHidden(first.window));
+  outliveACrash(first, second);
   activate(first.window);
   EXPECT_TRUE(isTiled(first.window, Place::full));
   EXPECT_TRUE(isHidden(second.window));
@@ -166,16 +171,7 @@ TEST_P(SessionTest, TiloraGoesOnWhenTheWindowManagerCrashes) {
 TEST_P(SessionTest, WhatWasHiddenWhenTheWindowManagerCrashedIsShownWhenTiloraEnds) {
   const App& first = open("first");
   const App& second = open("second");
-  startTilora();
-  EXPECT_TRUE(isTiled(second.window, Place::full));
-  EXPECT_TRUE(isHidden(first.window));
-  windowManager->process().signal(SIGKILL);
-  windowManager->process().waitForEnd();
-  windowManager.reset();
-  next.emplace(GetParam(), session, display);
-  activate(second.window);
-  EXPECT_TRUE(isTiled(second.window, Place::full));
-  EXPECT_TRUE(isHidden(first.window));
+  outliveACrash(first, second);
   tilora->signal(SIGTERM);
   ASSERT_TRUE(tilora->waitForEnd());
   EXPECT_TRUE(isShown(first.window));
