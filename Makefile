@@ -12,7 +12,7 @@ BUILD := build/$(PRESET)
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
-.PHONY: all run test package test-desktops sanitize check-macos check-macos-faults bench bench-pass bench-latency format check-format tidy clean
+.PHONY: all run test package test-desktops sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency format check-format tidy clean
 
 ## Builds everything.
 all:
@@ -67,6 +67,14 @@ check-macos:
 check-macos-faults:
 	@$(INSTALL) build macos-checks
 	@tests/macos/faults/run.sh build/macos-faults
+
+## Searches for inputs that break a decoder, each target for FUZZ_SECONDS. TARGETS="feed script": only these.
+FUZZ_SECONDS ?= 45
+fuzz:
+	@$(INSTALL) build check
+	@cmake --preset fuzz
+	@cmake --build --preset fuzz --target fuzzers
+	@tests/fuzz/run.sh build/fuzz $(FUZZ_SECONDS) $(TARGETS)
 
 ## Builds and runs the benchmarks.
 bench:

@@ -1,6 +1,7 @@
 // Calls a fuzz target with the same inputs every time: the files of a folder, and those with a few bytes changed.
-// Usage: feed_fuzz_run FOLDER COUNT
+// Usage: NAME_fuzz_run FOLDER COUNT
 #include <algorithm>
+#include <csignal>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -20,7 +21,9 @@ namespace {
 
 std::vector<std::string> filesIn(const std::filesystem::path& folder) {
   std::vector<std::filesystem::path> paths;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) paths.push_back(entry.path());
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+    if (entry.is_regular_file()) paths.push_back(entry.path());
+  }
   std::sort(paths.begin(), paths.end());
   std::vector<std::string> contents;
   for (const auto& path : paths) {
@@ -71,7 +74,19 @@ class Mutations {
   std::mt19937 random_;
 };
 
-void call(const std::string& input) { LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size()); }
+/// The input at hand, for the last words of a run that finds something.
+const std::string* current = nullptr;
+
+void tellInput(int signal) {
+  std::fprintf(stderr, "what must hold does not, for this input of %zu bytes:\n", current->size());
+  std::fwrite(current->data(), 1, current->size(), stderr);
+  std::signal(signal, SIG_DFL);
+}
+
+void call(const std::string& input) {
+  current = &input;
+  LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
+}
 
 }  // namespace
 
@@ -79,9 +94,10 @@ int main(int argc, char** argv) {
   const long count = argc == 3 ? std::strtol(argv[2], nullptr, 10) : 0;
   const std::vector<std::string> texts = count > 0 ? filesIn(argv[1]) : std::vector<std::string>();
   if (texts.empty()) {
-    std::fputs("usage: feed_fuzz_run FOLDER COUNT\n", stderr);
+    std::fputs("usage: NAME_fuzz_run FOLDER COUNT\n", stderr);
     return 2;
   }
+  std::signal(SIGABRT, tellInput);
   for (const std::string& text : texts) call(text);
   constexpr std::uint32_t always = 1;
   Mutations mutations(texts, always);

@@ -2,16 +2,18 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "checks.h"
 #include "updater/address.h"
 #include "updater/feed.h"
 #include "updater/update_alert.h"
 
 namespace {
 
+using tilora::fuzz::isUtf8;
+using tilora::fuzz::require;
 using tilora::updater::alertFor;
 using tilora::updater::decodeFeed;
 using tilora::updater::encodedAddress;
@@ -19,10 +21,6 @@ using tilora::updater::encodedAddress;
 constexpr std::string_view site = "https://releases.invalid/tilora/";
 /// Of the fixed text of the alert and a hundred characters of up to four bytes, with an ellipsis.
 constexpr std::size_t mostBytesOfAlert = 500;
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 bool hasNoControls(std::string_view text) {
   return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
@@ -49,6 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(feed.updater.has_value() == feed.error.empty());
   require(hasNoControls(feed.error) && feed.error.size() < 100);
   if (feed.updater) {
+    require(isUtf8(feed.updater->product) && isUtf8(feed.updater->version) && isUtf8(feed.updater->file));
     checkAddress(feed.updater->file);
     const auto alert = alertFor(feed.updater->version);
     require(hasNoControls(alert.informativeText) && alert.informativeText.size() < mostBytesOfAlert);
