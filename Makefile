@@ -12,7 +12,8 @@ BUILD := build/$(PRESET)
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
-.PHONY: all run test package test-desktops sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency format check-format tidy clean
+.PHONY: all run test package dist check-package test-desktops sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency
+.PHONY: release-check format check-format tidy clean
 
 ## Builds everything.
 all:
@@ -34,12 +35,28 @@ test:
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET)
 
-## The disk image to hand out; on macOS only.
+## What to hand out: the Debian package for this distribution, the disk image on macOS. PACKAGE_OPTIONS goes to CMake.
 package:
+ifeq ($(PRESET),macos)
 	@$(INSTALL) build
-	@cmake --preset $(PRESET)
-	@cmake --build --preset $(PRESET) --target everyday
+	@cmake --preset macos $(PACKAGE_OPTIONS)
+	@cmake --build --preset macos --target everyday
 	@tools/package-macos.sh $(BUILD)
+else
+	@$(INSTALL) build package
+	@cmake --preset package $(PACKAGE_OPTIONS)
+	@cmake --build --preset package
+	@cpack --config build/package/CPackConfig.cmake -B build/package
+endif
+
+## The source archive of the last commit, in out/.
+dist:
+	@tools/source-archive.sh out
+
+## Builds the Debian package in bare roots of its distributions, checks it, and installs, starts and removes it there; root only.
+check-package:
+	@$(INSTALL) check-package
+	@tests/package/check.sh build/package-check $(SUITES)
 
 ## The desktop suite on all nine window managers.
 test-desktops:
@@ -97,6 +114,13 @@ bench-latency:
 	@cmake --preset bench
 	@cmake --build --preset bench --target tilora-latency
 	@build/bench/bin/tilora-latency $(if $(OUTPUT),--output $(OUTPUT))
+
+## What a release has to pass besides .ci/run, since it takes hours or root's rights.
+release-check:
+	@$(MAKE) test-desktops
+	@$(MAKE) check-macos-faults
+	@$(MAKE) fuzz FUZZ_SECONDS=$(or $(RELEASE_FUZZ_SECONDS),3600)
+	@$(MAKE) check-package
 
 ## Formats every source file in place.
 format:

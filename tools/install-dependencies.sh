@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs what building, running, testing or checking Tilora needs and what is not there yet, with apt or Homebrew.
-# Usage: install-dependencies.sh [build|run|test|desktops|bench|check|macos-checks|all]...    (build when nothing is named)
+# Usage: install-dependencies.sh [build|run|test|desktops|bench|check|package|check-package|macos-checks|all]...    (build when nothing is named)
 set -eu
 
 debian_packages() {
@@ -22,6 +22,8 @@ debian_packages() {
     desktops) debian_packages test; echo fluxbox jwm kwin-x11 mutter ;;
     bench) debian_packages desktops; echo libbenchmark-dev valgrind i3-wm bspwm sxhkd herbstluftwm dwm ;;
     check) echo clang clang-format clang-tidy ;;
+    package) echo dpkg-dev gzip ;;
+    check-package) echo debootstrap util-linux ;;
     # The macOS desktop is compiled and linked here as well: a compiler, a linker and a C++ library for it, and any C library's headers.
     macos-checks) echo clang-19 lld-19 libc++-19-dev musl-dev ;;
   esac
@@ -30,7 +32,7 @@ debian_packages() {
 homebrew_packages() {
   case $1 in
     build) echo cmake ninja pkg-config qt icu4c nlohmann-json googletest ;;
-    run | test | desktops | macos-checks) ;;
+    run | test | desktops | package | check-package | macos-checks) ;;
     bench) echo google-benchmark ;;
     check) echo llvm clang-format ;;
   esac
@@ -66,11 +68,11 @@ give_up() {
 [ $# -gt 0 ] || set -- build
 for group in "$@"; do
   case $group in
-    build | run | test | desktops | bench | check | macos-checks | all) ;;
+    build | run | test | desktops | bench | check | package | check-package | macos-checks | all) ;;
     *) echo "install-dependencies.sh: there is no group \"$group\"" >&2; exit 2 ;;
   esac
 done
-case " $* " in *" all "*) set -- build run test desktops bench check macos-checks ;; esac
+case " $* " in *" all "*) set -- build run test desktops bench check package check-package macos-checks ;; esac
 
 if command -v apt-get >/dev/null 2>&1; then
   packages_of=debian_packages

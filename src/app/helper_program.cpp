@@ -12,7 +12,7 @@ QString helperPath(const QString& name) {
   const QDir folder(QCoreApplication::applicationDirPath());
   QString beside = folder.filePath(name);
   if (QFileInfo(beside).isExecutable()) return beside;
-  return QDir::cleanPath(folder.filePath(QStringLiteral("../libexec/tilora/") + name));
+  return QDir::cleanPath(folder.filePath(QStringLiteral(TILORA_HELPERS "/") + name));
 }
 
 HelperProgram::HelperProgram(QString path) : path_(std::move(path)) {}

@@ -1,0 +1,12 @@
+# In a bare root: lintian and the validators of what desktops read.
+set -eu
+apt-get update -q
+apt-get install -y -q --no-install-recommends lintian appstream desktop-file-utils man-db >/dev/null
+lintian --fail-on error,warning --display-info --pedantic --allow-root /root/tilora.deb
+dpkg-deb --fsys-tarfile /root/tilora.deb | tar -C /tmp -xf -
+appstreamcli validate --no-net --explain /tmp/usr/share/metainfo/org.tilora.Tilora.metainfo.xml
+desktop-file-validate /tmp/usr/share/applications/org.tilora.Tilora.desktop
+warnings=$(man --warnings --local-file /tmp/usr/share/man/man1/tilora.1.gz 2>&1 >/tmp/page)
+[ -z "$warnings" ] || { echo "$warnings"; exit 1; }
+grep -q 'Alt+Shift+Space' /tmp/page
+dpkg-deb --info /root/tilora.deb
