@@ -12,7 +12,7 @@ BUILD := build/$(PRESET)
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
-.PHONY: all run test package dist check-package test-desktops sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency
+.PHONY: all run test package dist check-package test-desktops chaos sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency
 .PHONY: release-check format check-format tidy clean
 
 ## Builds everything.
@@ -64,6 +64,14 @@ test-desktops:
 	@cmake --preset release
 	@cmake --build --preset release
 	@ctest --preset desktops
+
+## Storms over the real program on all window managers, CHAOS_SECONDS long. Prints its seed; CHAOS_SEED=N draws the same again.
+CHAOS_SECONDS ?= 600
+chaos:
+	@$(INSTALL) build test desktops
+	@cmake --preset release
+	@cmake --build --preset release --target tilora-chaos
+	@$(BUILD)/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
 
 ## The tests under the address and undefined-behaviour sanitizers.
 sanitize:

@@ -1,0 +1,239 @@
+// What is asked of a desktop after a storm.
+#include "calm.h"
+
+#include <algorithm>
+#include <iostream>
+#include <sstream>
+#include <utility>
+
+#include "harness/place.h"
+
+namespace tilora::chaos {
+namespace {
+
+using harness::Key;
+using harness::Place;
+
+/// How long a window may take to come back on a machine that is busy.
+constexpr auto patience = std::chrono::seconds(10);
+constexpr int mostAttempts = 5;
+/// How much more than after its first storm a life may hold.
+constexpr std::size_t mostGrowthInKilobytes = 12 * 1024;
+constexpr std::size_t mostMoreDescriptors = 2;
+
+bool isListed(harness::Display& display, xcb_window_t window) {
+  const auto list = display.clientList();
+  return std::find(list.begin(), list.end(), window) != list.end();
+}
+
+/// Fluxbox forgets to take _NET_WM_STATE_HIDDEN away that another manager has left; WM_STATE tells the truth then.
+bool isShown(harness::Display& display, xcb_window_t window) {
+  constexpr std::uint32_t normalState = 1;
+  const auto state = display.cardinals(window, "WM_STATE");
+  return display.viewable(window) && (!display.iconic(window) || (!state.empty() && state.front() == normalState));
+}
+
+}  // namespace
+
+void Calm::inspect(bool endsTilora) {
+  letGo();
+  desk_.expectTiloraRuns();
+  desk_.startTilora();
+  expectWorkGoesOn();
+  settleClosed();
+  mapDropped();
+  expectAllCanBeBroughtBack("with Tilora");
+  expectSettingsAreWhole();
+  expectHoldingsStay();
+  desk_.expectTiloraRuns();
+  desk_.expectTiloraIsSilent();
+  if (endsTilora) {
+    desk_.endTilora();
+    expectAllCanBeBroughtBack("after a clean end");
+    desk_.startTilora();
+  }
+  closeKeepers();
+  desk_.display().clearEvents();
+}
+
+void Calm::letGo() {
+  for (const int button : {1, 2, 3}) desk_.pointer().release(button);
+  for (const Key key : {Key::leftAlt, Key::leftShift, Key::leftSuper, Key::leftControl}) desk_.keyboard().release(key);
+  for (Application& application : population_.applications()) {
+    if (std::exchange(application.frozen, false)) application.client.resume();
+  }
+  desk_.ensureWindowManager();
+  desk_.display().sendRootMessage(desk_.display().root(), "_NET_SHOWING_DESKTOP", {0});
+  for (const auto& [application, window] : population_.windows(true)) {
+    if (std::exchange(window->withdrawn, false)) application->client.map(window->id);
+  }
+}
+
+/// A window manager that died of a title would die of it again.
+void Calm::cureLies() {
+  for (const auto& [application, window] : population_.windows(true)) {
+    if (!std::exchange(window->lies, false) || !desk_.display().clientArea(window->id)) continue;
+    application->client.setTitle(window->id, "cured");
+  }
+}
+
+void Calm::expectWorkGoesOn() {
+  for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    const std::string name = "keeper" + std::to_string(++keepers_);
+    if (opensAndTiles(name)) return;
+    // Is it the window manager that stands still? Without it nobody can tell.
+    cureLies();
+    desk_.restartWindowManager();
+  }
+  desk_.fault("no window is tiled any more: " + desk_.display().describe());
+}
+
+bool Calm::opensAndTiles(const std::string& name) {
+  harness::Display& display = desk_.display();
+  Application& application = population_.add(desk_.session(), name);
+  const xcb_window_t window = application.client.open({.title = name, .instance = name, .className = name});
+  application.windows.push_back({.id = window, .kind = "keeper"});
+  ++counts_.windowsOpened;
+  display.watch(window);
+  const auto isActive = [&] { return display.activeWindow() == window && display.viewable(window); };
+  if (!display.waitUntil([&] { return isListed(display, window); }, patience)) return false;
+  display.activate(window);
+  if (!display.waitUntil(isActive, patience)) return false;
+  const bool left = keepers_ % 2 == 0;
+  for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    desk_.keyboard().chord({Key::leftAlt, Key::leftShift, left ? Key::leftBracket : Key::rightBracket});
+    const auto isTiled = [&] {
+      const auto frame = display.frame(window);
+      const auto monitors = display.monitors();
+      return frame && std::any_of(monitors.begin(), monitors.end(), [&](const harness::Monitor& monitor) {
+               const auto wanted = harness::edgesOf(left ? Place::left : Place::right, display.visibleFrame(monitor.geometry));
+               return harness::fits(*frame, wanted, {});
+             });
+    };
+    if (!display.waitUntil(isTiled, std::chrono::seconds(2))) {
+      display.activate(window);
+      continue;
+    }
+    placements_[name] = left ? "left" : "right";
+    return true;
+  }
+  return false;
+}
+
+/// Whatever a storm does, nobody gives them another place from now on.
+void Calm::closeKeepers() {
+  std::vector<Application*> keepers;
+  for (Application& application : population_.applications()) {
+    if (application.name.starts_with("keeper")) keepers.push_back(&application);
+  }
+  for (Application* keeper : keepers) population_.forget(*keeper);
+}
+
+/// A window that was asked to close and is still there is expected to stay.
+void Calm::settleClosed() {
+  harness::Display& display = desk_.display();
+  for (const auto& reference : population_.windows(true)) {
+    if (!reference.window->maybeClosed) continue;
+    if (!display.waitUntil([&] { return !display.clientArea(reference.window->id); }, std::chrono::milliseconds(200))) {
+      reference.window->maybeClosed = false;
+    } else {
+      population_.forget(reference);
+    }
+  }
+}
+
+/// Tilora never unmaps a window. A window manager does when it ends, and one that ends has no more ears for new windows.
+void Calm::mapDropped() {
+  if (std::exchange(managerChanges_, counts_.managerChanges()) == counts_.managerChanges()) return;
+  harness::Display& display = desk_.display();
+  for (const auto& [application, window] : population_.windows(true)) {
+    const auto id = window->id;
+    if (!display.clientArea(id) || display.waitUntil([&] { return isListed(display, id); }, std::chrono::seconds(2))) continue;
+    ++counts_.dropped;
+    application->client.withdraw(id);
+    application->client.map(id);
+  }
+}
+
+bool Calm::comesBack(const Population::Reference& reference) {
+  harness::Display& display = desk_.display();
+  const xcb_window_t window = reference.window->id;
+  if (!display.waitUntil([&] { return isListed(display, window); }, patience)) return false;
+  const auto desktop = display.cardinals(window, "_NET_WM_DESKTOP");
+  if (!desktop.empty() && desktop.front() != 0xffffffffU && desktop.front() != display.currentDesktop()) {
+    // A taskbar shows the window's desktop first.
+    display.showDesktop(desktop.front());
+    display.waitUntil([&] { return display.currentDesktop() == desktop.front(); }, patience);
+  }
+  for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    display.activate(window);
+    if (display.waitUntil([&] { return isShown(display, window); }, patience / mostAttempts)) return true;
+  }
+  return false;
+}
+
+void Calm::expectAllCanBeBroughtBack(const std::string& when) {
+  for (const auto& reference : population_.windows(true)) {
+    if (comesBack(reference)) {
+      ++counts_.windowsActivated;
+      continue;
+    }
+    // Closed after all.
+    if (reference.window->maybeClosed && !desk_.display().clientArea(reference.window->id)) continue;
+    ++counts_.lost;
+    std::cout << "LOST " << when << " on " << harness::nameOf(desk_.windowManager()) << ": " << describe(reference) << std::endl;
+    population_.forget(reference);
+  }
+}
+
+std::string Calm::describe(const Population::Reference& reference) {
+  harness::Display& display = desk_.display();
+  const xcb_window_t window = reference.window->id;
+  std::ostringstream text;
+  text << std::hex << window << std::dec << " " << reference.window->kind << " of " << reference.application->name;
+  if (!display.clientArea(window)) return text.str() + " does not exist";
+  text << (isListed(display, window) ? " listed" : " not listed") << (display.viewable(window) ? " viewable" : " not viewable");
+  for (const std::string& state : display.atoms(window, "_NET_WM_STATE")) text << " " << state;
+  for (const char* name : {"WM_STATE", "_TILORA_HIDDEN", "_NET_WM_DESKTOP", "WM_TRANSIENT_FOR"}) {
+    const auto values = display.cardinals(window, name);
+    if (!values.empty()) text << " " << name << "=" << values.front();
+  }
+  if (const auto frame = display.frame(window)) text << " frame " << *frame;
+  return text.str();
+}
+
+void Calm::expectSettingsAreWhole() {
+  const auto holdsAll = [this] {
+    const auto stored = desk_.storedPlacements();
+    return stored && std::all_of(placements_.begin(), placements_.end(), [&](const auto& placement) {
+             return std::any_of(stored->begin(), stored->end(), [&](const auto& entry) {
+               return entry.first.find(placement.first) != std::string::npos && entry.second == placement.second;
+             });
+           });
+  };
+  // The file is written behind the back of the main thread.
+  if (!desk_.display().waitUntil(holdsAll, patience)) {
+    desk_.fault("the settings do not hold the placements");
+    placements_.clear();
+  }
+  counts_.placementsKept += static_cast<int>(placements_.size());
+}
+
+void Calm::expectHoldingsStay() {
+  const auto now = desk_.tiloraHoldings();
+  if (!now) return;
+  counts_.mostKilobytes = std::max(counts_.mostKilobytes, now->kilobytes);
+  counts_.mostDescriptors = std::max(counts_.mostDescriptors, now->descriptors);
+  if (std::exchange(measuredLife_, desk_.tiloraLives()) != desk_.tiloraLives()) {
+    first_ = *now;
+    return;
+  }
+  if (now->descriptors > first_.descriptors + mostMoreDescriptors) {
+    desk_.fault("descriptors have grown from " + std::to_string(first_.descriptors) + " to " + std::to_string(now->descriptors));
+  }
+  if (measuresMemory_ && now->kilobytes > first_.kilobytes + mostGrowthInKilobytes) {
+    desk_.fault("memory has grown from " + std::to_string(first_.kilobytes) + " to " + std::to_string(now->kilobytes) + " kB");
+  }
+}
+
+}  // namespace tilora::chaos

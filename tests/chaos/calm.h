@@ -1,0 +1,53 @@
+// The calm after a storm: everything has to be there still.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "chance.h"
+#include "counts.h"
+#include "desk.h"
+#include "population.h"
+
+namespace tilora::chaos {
+
+class Calm {
+ public:
+  /// All must outlive it. `measuresMemory`: whether the program's memory has a bound, which it has not under a sanitizer.
+  Calm(Desk& desk, Population& population, Counts& counts, bool measuresMemory)
+      : desk_(desk), population_(population), counts_(counts), measuresMemory_(measuresMemory) {}
+
+  /// Lets go of everything, starts what does not run, and notes what is not as it has to be. `endsTilora`: once more after a clean end
+  /// of Tilora.
+  void inspect(bool endsTilora);
+
+ private:
+  void letGo();
+  void cureLies();
+  void expectWorkGoesOn();
+  bool opensAndTiles(const std::string& name);
+  void closeKeepers();
+  void settleClosed();
+  void mapDropped();
+  void expectAllCanBeBroughtBack(const std::string& when);
+  bool comesBack(const Population::Reference& reference);
+  std::string describe(const Population::Reference& reference);
+  void expectSettingsAreWhole();
+  void expectHoldingsStay();
+
+  Desk& desk_;
+  Population& population_;
+  Counts& counts_;
+  bool measuresMemory_;
+  /// The places given in the calm, which the settings have to hold from then on.
+  std::map<std::string, std::string> placements_;
+  int keepers_ = 0;
+  /// How often the window manager had changed by the last inspection.
+  int managerChanges_ = 0;
+  /// What the Tilora of that life held after its first storm.
+  int measuredLife_ = 0;
+  Holdings first_;
+};
+
+}  // namespace tilora::chaos

@@ -1,0 +1,198 @@
+// Starting, replacing and ending what a desktop consists of.
+#include "desk.h"
+
+#include <csignal>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+namespace tilora::chaos {
+namespace {
+
+using harness::PixelRect;
+using harness::WindowManagerKind;
+
+constexpr PixelRect leftMonitor = {0, 0, 901, 900};
+constexpr PixelRect rightMonitor = {901, 0, 699, 900};
+/// On a machine that has other things to do.
+constexpr auto longestStart = std::chrono::seconds(30);
+constexpr std::uint32_t virtualDesktops = 3;
+/// What it says at each start: the check for updates is not due.
+constexpr const char* expectedOutput = "Releasewatch: backed off";
+constexpr const char* instanceSelection = "_TILORA_INSTANCE";
+
+/// Under a sanitizer a leak is a fault too; those of the libraries that outlive everything are not looked for.
+const harness::Environment sanitizerSettings = {{"ASAN_OPTIONS", "detect_leaks=0:quarantine_size_mb=8"},
+                                                {"UBSAN_OPTIONS", "print_stacktrace=1"}};
+
+std::optional<std::string> contentOf(const std::filesystem::path& path) {
+  std::ifstream stream(path, std::ios::binary);
+  if (!stream) return std::nullopt;
+  return std::string(std::istreambuf_iterator<char>(stream), {});
+}
+
+std::size_t residentKilobytes(pid_t process) {
+  std::ifstream status("/proc/" + std::to_string(process) + "/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("VmRSS:")) return std::stoul(line.substr(6));
+  }
+  return 0;
+}
+
+std::size_t openDescriptors(pid_t process) {
+  std::error_code gone;
+  const std::filesystem::directory_iterator open("/proc/" + std::to_string(process) + "/fd", gone);
+  return static_cast<std::size_t>(std::distance(open, {}));
+}
+
+/// Fluxbox and JWM take no other's place, and leave theirs only when they end.
+bool takesPlaces(WindowManagerKind kind) { return kind != WindowManagerKind::fluxbox && kind != WindowManagerKind::jwm; }
+
+}  // namespace
+
+Desk::Desk(WindowManagerKind kind, std::filesystem::path program, Counts& counts)
+    : counts_(counts), program_(std::move(program)), server_(std::vector{leftMonitor, rightMonitor}), kind_(kind) {
+  server_.plugIn(1);
+  startWindowManager();
+  session_.home().write("config/tilora/consent.json", R"({"Tilora.Consent": {"type": "bool", "value": true}})");
+}
+
+void Desk::changeMonitors() {
+  ++counts_.monitorChanges;
+  if (std::exchange(hasSecondMonitor_, !hasSecondMonitor_)) {
+    server_.unplug(1);
+  } else {
+    server_.plugIn(1);
+  }
+}
+
+void Desk::startWindowManager() {
+  manager_ = std::make_unique<harness::WindowManager>(kind_, session_, display_);
+  display_.sendRootMessage(display_.root(), "_NET_NUMBER_OF_DESKTOPS", {virtualDesktops});
+}
+
+void Desk::replaceWindowManager(WindowManagerKind kind) {
+  ++counts_.managersReplaced;
+  const bool replaces = manager_ && manager_->process().running() && takesPlaces(kind) && takesPlaces(kind_);
+  kind_ = kind;
+  try {
+    if (replaces) {
+      manager_ = std::make_unique<harness::WindowManager>(kind, session_, display_, harness::WindowManagerOptions{.replace = true});
+    } else {
+      manager_.reset();
+      startWindowManager();
+    }
+  } catch (const std::runtime_error&) {
+    // What the storm did to it was too much for one of the two; the calm after it starts the new one.
+    ++counts_.managersFailed;
+    manager_.reset();
+  }
+}
+
+void Desk::killWindowManager() {
+  if (!manager_) return;
+  ++counts_.managersKilled;
+  manager_->process().signal(SIGKILL);
+  manager_->process().waitForEnd();
+  manager_.reset();
+}
+
+void Desk::ensureWindowManager() {
+  if (manager_ && manager_->process().running()) return;
+  if (manager_) ++counts_.managersFailed;
+  manager_.reset();
+  try {
+    startWindowManager();
+  } catch (const std::runtime_error&) {
+    ++counts_.managersFailed;
+  }
+}
+
+void Desk::restartWindowManager() {
+  ++counts_.managersFailed;
+  if (manager_) {
+    manager_->process().signal(SIGKILL);
+    manager_->process().waitForEnd();
+  }
+  manager_.reset();
+  startWindowManager();
+}
+
+void Desk::startTilora() {
+  if (tilora_) return;
+  const auto isOwned = [this] { return display_.selectionOwner(instanceSelection) != XCB_WINDOW_NONE; };
+  display_.waitUntil([&] { return !isOwned(); });
+  tilora_.emplace(session_.start({program_.string()}, sanitizerSettings));
+  ++lives_;
+  // The selection makes no event of its own.
+  const auto deadline = std::chrono::steady_clock::now() + longestStart;
+  while (!isOwned() && tilora_->running() && std::chrono::steady_clock::now() < deadline) {
+    display_.waitUntil(isOwned, std::chrono::milliseconds(20));
+  }
+  if (!isOwned()) fault("Tilora does not start: " + tilora_->output());
+}
+
+void Desk::killTilora() {
+  if (!tilora_) return;
+  ++counts_.tiloraKilled;
+  expectTiloraIsSilent();
+  tilora_->signal(SIGKILL);
+  const auto end = tilora_->waitForEnd();
+  if (!end || end->signal != SIGKILL) fault("Tilora had ended before it was killed: " + tilora_->output());
+  tilora_.reset();
+}
+
+void Desk::endTilora() {
+  if (!tilora_) return;
+  ++counts_.tiloraEnded;
+  tilora_->signal(SIGTERM);
+  if (tilora_->waitForEnd() != harness::ProcessEnd{.status = 0, .signal = {}}) fault("Tilora does not end well: " + tilora_->output());
+  expectTiloraIsSilent();
+  tilora_.reset();
+}
+
+void Desk::expectTiloraRuns() {
+  if (!tilora_ || tilora_->running()) return;
+  const auto end = tilora_->waitForEnd();
+  fault("Tilora has ended by itself, " +
+        (end->signal ? "signal " + std::to_string(*end->signal) : "status " + std::to_string(*end->status)) + ": " + tilora_->output());
+  tilora_.reset();
+}
+
+void Desk::expectTiloraIsSilent() {
+  std::istringstream output(tilora_ ? tilora_->output() : std::string());
+  std::string unexpected;
+  for (std::string line; std::getline(output, line);) {
+    if (!line.empty() && !line.starts_with(expectedOutput)) unexpected += line + "\n";
+  }
+  if (!unexpected.empty()) fault("Tilora has printed: " + unexpected);
+}
+
+std::optional<Holdings> Desk::tiloraHoldings() const {
+  if (!tilora_) return std::nullopt;
+  return Holdings{residentKilobytes(tilora_->pid()), openDescriptors(tilora_->pid())};
+}
+
+std::optional<std::map<std::string, std::string>> Desk::storedPlacements() const {
+  const auto text = contentOf(session_.home().path() / "config/tilora/settings.json");
+  const auto settings = nlohmann::json::parse(text.value_or(""), nullptr, false);
+  if (!settings.is_object()) return std::nullopt;
+  std::map<std::string, std::string> placements;
+  const auto entry = settings.find("Tilora.AppPlacementPreferences");
+  if (entry == settings.end()) return placements;
+  const auto stored = nlohmann::json::parse(entry->value("value", ""), nullptr, false);
+  if (!stored.is_object()) return std::nullopt;
+  for (const auto& [key, value] : stored.items()) placements[key] = value.is_string() ? value.get<std::string>() : std::string();
+  return placements;
+}
+
+void Desk::fault(const std::string& what) {
+  std::cout << "FAULT on " << harness::nameOf(kind_) << ": " << what << std::endl;
+  counts_.faults.push_back(what);
+}
+
+}  // namespace tilora::chaos

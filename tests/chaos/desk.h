@@ -1,0 +1,86 @@
+// One desktop for a number of storms: a server whose monitors can be unplugged, a window manager, and Tilora.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "counts.h"
+#include "harness/display.h"
+#include "harness/input.h"
+#include "harness/server.h"
+#include "harness/session.h"
+#include "harness/window_manager.h"
+
+namespace tilora::chaos {
+
+/// What a process holds.
+struct Holdings {
+  std::size_t kilobytes = 0;
+  std::size_t descriptors = 0;
+};
+
+class Desk {
+ public:
+  /// Starts the server, with two monitors, and the window manager; throws std::runtime_error when they do not start. `program` is Tilora.
+  Desk(harness::WindowManagerKind kind, std::filesystem::path program, Counts& counts);
+
+  harness::Session& session() { return session_; }
+  harness::Display& display() { return display_; }
+  harness::Keyboard& keyboard() { return keyboard_; }
+  harness::PointerDevice& pointer() { return pointer_; }
+
+  /// Plugs the second monitor in, or out.
+  void changeMonitors();
+
+  harness::WindowManagerKind windowManager() const { return kind_; }
+  void replaceWindowManager(harness::WindowManagerKind kind);
+  void killWindowManager();
+  /// Notes when the window manager has ended by itself, and starts it unless it runs.
+  void ensureWindowManager();
+  /// For one that stands still.
+  void restartWindowManager();
+
+  /// Starts Tilora, with its user's consent, unless it runs.
+  void startTilora();
+  void killTilora();
+  /// Ends Tilora as a session does, and says in the faults when it does not end well.
+  void endTilora();
+  bool tiloraRuns() const { return tilora_.has_value(); }
+  /// Notes as a fault that Tilora has ended by itself, if it has.
+  void expectTiloraRuns();
+  /// Notes as faults what Tilora has printed: a sanitizer's report, an X error, anything.
+  void expectTiloraIsSilent();
+  /// Nothing while Tilora does not run.
+  std::optional<Holdings> tiloraHoldings() const;
+  /// How often Tilora has been started.
+  int tiloraLives() const { return lives_; }
+
+  /// The remembered places by the key of the window; nothing when the settings cannot be decoded.
+  std::optional<std::map<std::string, std::string>> storedPlacements() const;
+
+  void fault(const std::string& what);
+
+ private:
+  void startWindowManager();
+
+  Counts& counts_;
+  std::filesystem::path program_;
+  harness::ServerProcess server_;
+  harness::Session session_{server_.display()};
+  harness::Display display_{server_.display()};
+  harness::Keyboard keyboard_{display_};
+  harness::PointerDevice pointer_{display_};
+  harness::WindowManagerKind kind_;
+  std::unique_ptr<harness::WindowManager> manager_;
+  std::optional<harness::ManagedProcess> tilora_;
+  int lives_ = 0;
+  bool hasSecondMonitor_ = true;
+};
+
+}  // namespace tilora::chaos
