@@ -17,6 +17,8 @@ using harness::Place;
 /// How long a window may take to come back on a machine that is busy.
 constexpr auto patience = std::chrono::seconds(10);
 constexpr int mostAttempts = 5;
+/// With what Tilora marks a window that it has hidden.
+constexpr const char* mark = "_TILORA_HIDDEN";
 /// How much more than after its first storm a life may hold.
 constexpr std::size_t mostGrowthInKilobytes = 12 * 1024;
 constexpr std::size_t mostMoreDescriptors = 2;
@@ -26,11 +28,13 @@ bool isListed(harness::Display& display, xcb_window_t window) {
   return std::find(list.begin(), list.end(), window) != list.end();
 }
 
-/// Fluxbox forgets to take _NET_WM_STATE_HIDDEN away that another manager has left; WM_STATE tells the truth then.
+/// Fluxbox forgets to take _NET_WM_STATE_HIDDEN away that another manager has left, WM_STATE tells the truth then; Xfwm4 forgets both when
+/// it shows and focuses the dialog of a parent that is iconic.
 bool isShown(harness::Display& display, xcb_window_t window) {
   constexpr std::uint32_t normalState = 1;
+  if (!display.viewable(window)) return false;
   const auto state = display.cardinals(window, "WM_STATE");
-  return display.viewable(window) && (!display.iconic(window) || (!state.empty() && state.front() == normalState));
+  return !display.iconic(window) || (!state.empty() && state.front() == normalState) || display.focusedWindow() == window;
 }
 
 }  // namespace
@@ -48,7 +52,7 @@ void Calm::inspect(bool endsTilora) {
   desk_.expectTiloraRuns();
   desk_.expectTiloraIsSilent();
   if (endsTilora) {
-    desk_.endTilora();
+    expectCleanEnd();
     expectAllCanBeBroughtBack("after a clean end");
     desk_.startTilora();
   }
@@ -173,7 +177,11 @@ bool Calm::comesBack(const Population::Reference& reference) {
 }
 
 void Calm::expectAllCanBeBroughtBack(const std::string& when) {
+  desk_.waitForPasses(1);
+  int count = 0;
   for (const auto& reference : population_.windows(true)) {
+    // So that Tilora hides again what it was made to show.
+    if (++count % 3 == 0) desk_.waitForPasses(1);
     if (comesBack(reference)) {
       ++counts_.windowsActivated;
       continue;
@@ -184,6 +192,30 @@ void Calm::expectAllCanBeBroughtBack(const std::string& when) {
     std::cout << "LOST " << when << " on " << harness::nameOf(desk_.windowManager()) << ": " << describe(reference) << std::endl;
     population_.forget(reference);
   }
+}
+
+/// What Tilora has hidden on this desktop is shown again by nobody but itself, and nothing is marked any more.
+void Calm::expectCleanEnd() {
+  harness::Display& display = desk_.display();
+  const auto isMarked = [&display](xcb_window_t window) { return display.hasProperty(window, mark); };
+  // Beside a window with a place the others are hidden.
+  expectWorkGoesOn();
+  desk_.waitForPasses(1);
+  std::vector<Population::Reference> hidden;
+  for (const auto& reference : population_.windows(true)) {
+    const auto desktop = display.cardinals(reference.window->id, "_NET_WM_DESKTOP");
+    const bool isHere = desktop.empty() || desktop.front() == display.currentDesktop();
+    if (isHere && isMarked(reference.window->id) && display.iconic(reference.window->id)) hidden.push_back(reference);
+  }
+  desk_.endTilora();
+  for (const auto& reference : hidden) {
+    const auto id = reference.window->id;
+    if (!display.waitUntil([&] { return isShown(display, id); }, patience)) desk_.fault("hidden after a clean end: " + describe(reference));
+  }
+  for (const auto& reference : population_.windows(true)) {
+    if (isMarked(reference.window->id)) desk_.fault("marked after a clean end: " + describe(reference));
+  }
+  counts_.hiddenShownAtEnd += static_cast<int>(hidden.size());
 }
 
 std::string Calm::describe(const Population::Reference& reference) {

@@ -33,6 +33,7 @@ class Calm {
   void expectAllCanBeBroughtBack(const std::string& when);
   bool comesBack(const Population::Reference& reference);
   std::string describe(const Population::Reference& reference);
+  void expectCleanEnd();
   void expectSettingsAreWhole();
   void expectHoldingsStay();
 

@@ -29,6 +29,7 @@ struct Counts {
   int dropped = 0;
   int tiloraKilled = 0;
   int tiloraEnded = 0;
+  int hiddenShownAtEnd = 0;
   int placementsKept = 0;
   /// The most that the program held after a storm.
   std::size_t mostKilobytes = 0;
@@ -51,9 +52,10 @@ inline std::ostream& operator<<(std::ostream& stream, const Counts& counts) {
                 << "\nwindow managers replaced: " << counts.managersReplaced << "\nwindow managers killed: " << counts.managersKilled
                 << "\nwindow managers that failed by themselves: " << counts.managersFailed
                 << "\nwindows dropped by window managers that went: " << counts.dropped << "\nkills of Tilora: " << counts.tiloraKilled
-                << "\nclean ends of Tilora: " << counts.tiloraEnded << "\nplacements found in the settings: " << counts.placementsKept
-                << "\nmost memory: " << counts.mostKilobytes << " kB\nmost descriptors: " << counts.mostDescriptors
-                << "\nfaults: " << counts.faults.size() << "\nlost: " << counts.lost << "\n";
+                << "\nclean ends of Tilora: " << counts.tiloraEnded << "\nhidden windows shown at a clean end: " << counts.hiddenShownAtEnd
+                << "\nplacements found in the settings: " << counts.placementsKept << "\nmost memory: " << counts.mostKilobytes
+                << " kB\nmost descriptors: " << counts.mostDescriptors << "\nfaults: " << counts.faults.size() << "\nlost: " << counts.lost
+                << "\n";
 }
 
 }  // namespace tilora::chaos

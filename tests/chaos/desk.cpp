@@ -155,6 +155,15 @@ void Desk::endTilora() {
   tilora_.reset();
 }
 
+void Desk::waitForPasses(int count) {
+  const xcb_window_t resource = display_.selectionOwner(instanceSelection);
+  if (!tilora_ || resource == XCB_WINDOW_NONE) return;
+  tap_.waitUntil([] { return true; });
+  // The pass that runs now may have begun before what the driver did.
+  const int wanted = tap_.of(resource).requests[queryPointer] + count + 1;
+  if (!tap_.waitUntil([&] { return tap_.of(resource).requests[queryPointer] >= wanted; }, longestStart)) fault("Tilora stands still");
+}
+
 void Desk::expectTiloraRuns() {
   if (!tilora_ || tilora_->running()) return;
   const auto end = tilora_->waitForEnd();

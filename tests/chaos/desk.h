@@ -16,6 +16,7 @@
 #include "harness/server.h"
 #include "harness/session.h"
 #include "harness/window_manager.h"
+#include "harness/wire_tap.h"
 
 namespace tilora::chaos {
 
@@ -52,6 +53,8 @@ class Desk {
   /// Ends Tilora as a session does, and says in the faults when it does not end well.
   void endTilora();
   bool tiloraRuns() const { return tilora_.has_value(); }
+  /// Waits until Tilora has made so many passes; notes as a fault that it makes none.
+  void waitForPasses(int count);
   /// Notes as a fault that Tilora has ended by itself, if it has.
   void expectTiloraRuns();
   /// Notes as faults what Tilora has printed: a sanitizer's report, an X error, anything.
@@ -67,6 +70,9 @@ class Desk {
   void fault(const std::string& what);
 
  private:
+  /// The request with which each pass begins.
+  static constexpr std::uint8_t queryPointer = 38;
+
   void startWindowManager();
 
   Counts& counts_;
@@ -74,6 +80,7 @@ class Desk {
   harness::ServerProcess server_;
   harness::Session session_{server_.display()};
   harness::Display display_{server_.display()};
+  harness::WireTap tap_{server_.display(), queryPointer};
   harness::Keyboard keyboard_{display_};
   harness::PointerDevice pointer_{display_};
   harness::WindowManagerKind kind_;
