@@ -129,6 +129,7 @@ release-check:
 	@$(MAKE) check-macos-faults
 	@$(MAKE) fuzz FUZZ_SECONDS=$(or $(RELEASE_FUZZ_SECONDS),3600)
 	@$(MAKE) check-package
+	@$(MAKE) chaos CHAOS_SECONDS=$(or $(RELEASE_CHAOS_SECONDS),3600)
 
 ## Formats every source file in place.
 format:

@@ -210,7 +210,9 @@ void Calm::expectCleanEnd() {
   desk_.endTilora();
   for (const auto& reference : hidden) {
     const auto id = reference.window->id;
-    if (!display.waitUntil([&] { return isShown(display, id); }, patience)) desk_.fault("hidden after a clean end: " + describe(reference));
+    if (display.waitUntil([&] { return isShown(display, id); }, patience)) continue;
+    desk_.fault("hidden after a clean end: " + describe(reference));
+    break;
   }
   for (const auto& reference : population_.windows(true)) {
     if (isMarked(reference.window->id)) desk_.fault("marked after a clean end: " + describe(reference));
