@@ -7,14 +7,15 @@ add_custom_command(OUTPUT changelog.gz
   VERBATIM)
 list(APPEND documents changelog.gz)
 
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/changelog.gz" "${debian}/copyright" DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/changelog.gz" "${debian}/copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/tilora"
         COMPONENT debian EXCLUDE_FROM_ALL)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tilora)
 set(CPACK_PACKAGE_VENDOR "${TILORA_VENDOR}")
 set(CPACK_PACKAGE_CONTACT "${TILORA_MAINTAINER}")
-set(CPACK_STRIP_FILES ON)
+# The usual stripping leaves what the compiler calls itself.
+set(CPACK_PRE_BUILD_SCRIPTS "${debian}/strip.cmake")
 set(CPACK_COMPONENTS_ALL programs debian)
 set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -29,13 +30,13 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtqml, qml6-module-qtqml-workerscript, qml6-module-qtquick")
 # Opening the browser and the folder of login items; the certificates by which the update check knows its site.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, xdg-utils")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "tiles the windows of the desktop you already use")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"tiles the windows of the desktop you already use
- Tilora runs beside the window manager of an X11 session. It shows on each
- screen one window or a pair of windows, and hides the rest until you switch to
- them. Four shortcuts give the active window the left half, the right half or
- the whole of its screen, or let it float; its place is remembered.
- .
- It works with every window manager that follows the EWMH standard, and asks
- before it touches a window.")
+"Tilora runs beside the window manager of an X11 session. It shows on each
+screen one window or a pair of windows, and hides the rest until you switch to
+them. Four shortcuts give the active window the left half, the right half or
+the whole of its screen, or let it float; its place is remembered.
+
+It works with every window manager that follows the EWMH standard, and asks
+before it touches a window.")
 include(CPack)
