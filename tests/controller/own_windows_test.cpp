@@ -12,14 +12,13 @@ using simulated::SelfActivated;
 using simulated::SimulatedOwnWindow;
 using test::Session;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OwnWindows : public testing::Test {
  protected:
   OwnWindows() { session_.effects(); }
 
   std::shared_ptr<SimulatedOwnWindow> add(const std::string& title, bool keyCapable = true, bool minimized = false) {
-    const auto window = std::make_shared<SimulatedOwnWindow>(title, keyCapable, minimized);
+    auto window = std::make_shared<SimulatedOwnWindow>(title, keyCapable, minimized);
     session_.desktop().shell().windows.push_back(window);
     return window;
   }
