@@ -285,6 +285,11 @@ id installed(FakeMonitor* monitor) {
 @property const std::shared_ptr<OwnWindow>& own;
 @end
 
+@interface NSWindow (Activation)
+@property(readonly) BOOL preventsActivation;
+- (void)_setPreventsActivation:(BOOL)prevents;
+@end
+
 @implementation NSApplication
 
 + (NSApplication*)sharedApplication {
@@ -317,15 +322,30 @@ id installed(FakeMonitor* monitor) {
 
 @end
 
-@implementation NSWindow
+@implementation NSWindow {
+  BOOL _preventsActivation;
+}
 
 @dynamic title, canBecomeKeyWindow, miniaturized, visible;
+// As in the real one, the window server is not told of a style that a window is given later.
 @synthesize styleMask, collectionBehavior, level, hidesOnDeactivate;
 
 - (instancetype)init {
   self = [super init];
   if (self) self.hidesOnDeactivate = YES;
   return self;
+}
+
+- (BOOL)preventsActivation {
+  return _preventsActivation;
+}
+
+- (void)_setPreventsActivation:(BOOL)prevents {
+  _preventsActivation = prevents;
+}
+
+- (BOOL)respondsToSelector:(SEL)selector {
+  return [super respondsToSelector:selector] && (state().canPreventActivation || selector != @selector(_setPreventsActivation:));
 }
 
 - (void)orderFrontRegardless {
@@ -566,7 +586,7 @@ WindowSetup setupOf(std::uintptr_t view) {
   WindowSetup setup;
   inPool([&] {
     NSWindow* window = viewAt(view).window;
-    setup = {window.styleMask, window.collectionBehavior, window.level, window.hidesOnDeactivate != NO};
+    setup = {window.styleMask, window.collectionBehavior, window.level, window.hidesOnDeactivate != NO, window.preventsActivation != NO};
   });
   return setup;
 }

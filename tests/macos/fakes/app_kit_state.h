@@ -26,6 +26,8 @@ struct WindowSetup {
   std::uint64_t collectionBehavior = 0;
   std::int64_t level = 0;
   bool hidesOnDeactivate = true;
+  /// Whether the window server leaves the active program active when the user presses a button in it.
+  bool preventsActivation = false;
 
   bool operator==(const WindowSetup&) const = default;
 };
@@ -37,6 +39,10 @@ struct AppKitState {
   /// Whether this program is the active one.
   bool isActive = false;
   bool canInstallMonitors = true;
+  /// Whether windows know the method by which the window server is told that they do not activate the program.
+  bool canPreventActivation = true;
+  /// Whether the main loop runs, so that the system has installed its own handlers of Apple events. Work on the main queue says so itself.
+  bool hasLaunched = false;
   /// Whether something is on its way to each observer that is removed.
   bool tellsRemovedObservers = false;
   /// The place of every icon in the menu bar.
@@ -52,6 +58,10 @@ long liveObjectiveCObjects();
 std::size_t installedObservers();
 std::size_t runningTimers();
 std::size_t installedMonitors();
+/// The options of every activity that keeps the system from slowing this program down.
+std::vector<std::uint64_t> runningActivities();
+/// Leaves an object to the pool of whoever calls this, as functions of the system do.
+void leaveAnObjectToThePool();
 /// Tells the observers that were removed while something was on its way to them, once.
 void tellRemovedObservers();
 /// Blocks that the main queue holds.
@@ -64,6 +74,10 @@ void clickStatusItem();
 std::uintptr_t openWindow(bool isPanel);
 WindowSetup setupOf(std::uintptr_t view);
 void closeWindows();
+
+/// The user opens the program, which runs; nothing happens where nobody watches.
+void reopen();
+bool isReopeningWatched();
 
 /// The user presses a button outside this program. `mask` is the bit of the event.
 void pressElsewhere(std::uint64_t mask);

@@ -26,6 +26,8 @@ FakeSystem& FakeSystem::current() {
   return *theSystem;
 }
 
+bool FakeSystem::isThere() { return theSystem != nullptr; }
+
 void FakeSystem::answer(AttributeName name, Answer answer) {
   if (answer) {
     answers_.insert_or_assign(name, std::move(answer));

@@ -43,6 +43,7 @@ class FakeSystem {
 
   /// The one that there is; without one, the process ends.
   static FakeSystem& current();
+  static bool isThere();
 
   simulated::SimulatedDesktop& world() { return world_; }
 

@@ -15,6 +15,13 @@ using namespace tilora::macos::fake;
 
 struct dispatch_queue_s {};
 
+extern "C" void objc_msgSend();
+extern "C" void* objc_autorelease(void* object);
+
+@interface FakeActivity : NSObject
+@property NSActivityOptions options;
+@end
+
 namespace {
 
 /// A block on the main queue, counted there.
@@ -25,7 +32,11 @@ class Queued {
   Queued& operator=(const Queued&) = delete;
   ~Queued() { --count; }
 
-  void operator()() const { inPool(block_); }
+  /// The loop empties its pool after events of the user alone, of which this is none.
+  void operator()() const {
+    if (FakeSystem::isThere()) FakeSystem::current().appKit.hasLaunched = true;
+    block_();
+  }
 
   static inline long count = 0;
 
@@ -64,6 +75,14 @@ NSNotificationName const NSApplicationDidChangeScreenParametersNotification = @"
 
 namespace {
 
+/// What is on while this program says that it does something for the user.
+std::vector<FakeActivity*> activities;
+
+/// Who is told when the program is opened anew; the manager does not own it.
+bool isReopenHandled = false;
+__weak id reopenHandler;
+SEL reopenSelector;
+
 /// The timers that have been added to the run loop, and the observers of all centres: both are owned where they are installed.
 std::vector<NSTimer*> timers;
 std::vector<id> observers;
@@ -88,6 +107,59 @@ const std::vector<Told>& toldEvents() {
 }
 
 }  // namespace
+
+@implementation NSProcessInfo
+
++ (NSProcessInfo*)processInfo {
+  static NSProcessInfo* info = immortal([NSProcessInfo new]);
+  return info;
+}
+
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason {
+  if (reason.length == 0) crash("an activity without a reason");
+  auto* activity = [FakeActivity new];
+  activity.options = options;
+  activities.push_back(activity);
+  return activity;
+}
+
+- (void)endActivity:(id<NSObject>)activity {
+  if (std::erase(activities, activity) == 0) crash("an activity was ended that is not on");
+}
+
+@end
+
+@implementation FakeActivity
+@end
+
+@implementation NSAppleEventDescriptor
+@end
+
+@implementation NSAppleEventManager
+
++ (NSAppleEventManager*)sharedAppleEventManager {
+  static NSAppleEventManager* manager = immortal([NSAppleEventManager new]);
+  return manager;
+}
+
+- (void)setEventHandler:(id)handler
+            andSelector:(SEL)handleEventSelector
+          forEventClass:(AEEventClass)eventClass
+             andEventID:(AEEventID)eventID {
+  if (eventClass != kCoreEventClass || eventID != kAEReopenApplication) crash("an Apple event that the fake does not know");
+  // Before that, AppKit puts its own handler in the place.
+  if (!FakeSystem::current().appKit.hasLaunched) return;
+  isReopenHandled = true;
+  reopenHandler = handler;
+  reopenSelector = handleEventSelector;
+}
+
+- (void)removeEventHandlerForEventClass:(AEEventClass)eventClass andEventID:(AEEventID)eventID {
+  if (eventClass != kCoreEventClass || eventID != kAEReopenApplication) crash("an Apple event that the fake does not know");
+  isReopenHandled = false;
+}
+
+@end
 
 @interface FakeTimer : NSTimer
 @property double interval;
@@ -131,7 +203,7 @@ const std::vector<Told>& toldEvents() {
     FakeTimer* timer = reference;
     if (!timer || (!isCommon && FakeSystem::current().appKit.tracksMenu)) return;
     void (^block)(NSTimer*) = timer.block;
-    inPool([&] { block(timer); });
+    block(timer);  // as on the queue, no pool
     if (!timer.repeats) [timer invalidate];
   };
   _ticks = FakeSystem::current().world().clock().repeat(interval, tick);
@@ -271,6 +343,26 @@ void tellRemovedObservers() {
     for (const auto& block : blocks) block([FakeNotification new]);
   });
 }
+
+std::vector<std::uint64_t> runningActivities() {
+  std::vector<std::uint64_t> options;
+  for (FakeActivity* activity : activities) options.push_back(activity.options);
+  return options;
+}
+
+void leaveAnObjectToThePool() { objc_autorelease((__bridge_retained void*)[NSObject new]); }
+
+void reopen() {
+  if (!isReopenHandled) return;
+  inPool([] {
+    auto* event = [NSAppleEventDescriptor new];
+    id handler = reopenHandler;
+    if (!handler) crash("an Apple event was sent to a handler that is gone");
+    reinterpret_cast<void (*)(id, SEL, id, id)>(objc_msgSend)(handler, reopenSelector, event, event);
+  });
+}
+
+bool isReopeningWatched() { return isReopenHandled; }
 
 long queuedBlocks() { return Queued::count; }
 std::size_t installedObservers() { return observers.size(); }

@@ -24,7 +24,7 @@ PRIMITIVES = {
     "f32": "f32", "c_float": "f32", "f64": "f64", "c_double": "f64", "CGFloat": "f64", "libc::pid_t": "i32", "pid_t": "i32", "Boolean": "u8",
     "CFTypeID": "u64", "CFHashCode": "u64", "UniChar": "u16", "unichar": "u16", "OSStatus": "i32", "OSType": "u32", "UInt32": "u32",
     "SInt32": "i32", "ByteCount": "u64", "ItemCount": "u64", "OptionBits": "u32", "NSTimeInterval": "f64", "NSWindowLevel": "i64",
-    "CGWindowID": "u32", "DispatchTime": "u64",
+    "CGWindowID": "u32", "DispatchTime": "u64", "FourCharCode": "u32",
 }
 C_KINDS = {
     "void": "void", "bool": "b8", "unsigned char": "u8", "signed char": "i8", "short": "i16", "unsigned short": "u16", "int": "i32",
@@ -187,7 +187,8 @@ class Bindings:
             if inner is None:
                 return None
             expression = re.sub(rf"\b{re.escape(word)}\b", str(inner), expression)
-        return eval(expression) if re.fullmatch(r"[-0-9a-fA-Fx<>|.() ]+", expression) else None  # numbers and operators alone
+        expression = expression.replace("!", "~")
+        return eval(expression) if re.fullmatch(r"[-0-9a-fA-Fx<>|&~.() ]+", expression) else None  # numbers and operators alone
 
     def kinds(self, parameters):
         depth, part, parts = 0, "", []
