@@ -13,10 +13,18 @@ constexpr std::uint64_t keyDown = 1U << 10;
 
 class PanelTest : public ObjectiveCTest {};
 
-TEST_F(PanelTest, APanelDoesNotActivateTheProgramAndStaysOnEverySpace) {
+TEST_F(PanelTest, APressInAPanelDoesNotActivateTheProgramAndItStaysOnEverySpace) {
   const auto view = fake::openWindow(true);
   makePanel(view);
-  EXPECT_EQ(fake::setupOf(view), (fake::WindowSetup{1U << 7, (1U << 0) | (1U << 3) | (1U << 8), 101, false}));
+  EXPECT_EQ(fake::setupOf(view), (fake::WindowSetup{1U << 7, (1U << 0) | (1U << 3) | (1U << 8), 101, false, true}));
+}
+
+TEST_F(PanelTest, ASystemThatDoesNotKnowTheMethodIsNotAsked) {
+  system_.appKit.canPreventActivation = false;
+  const auto view = fake::openWindow(true);
+  makePanel(view);
+  EXPECT_EQ(fake::setupOf(view).styleMask, 1U << 7);
+  EXPECT_FALSE(fake::setupOf(view).preventsActivation);
 }
 
 TEST_F(PanelTest, AWindowThatIsNoPanelStaysAsItIs) {
