@@ -7,7 +7,8 @@
 
 namespace tilora::macos {
 
-/// The main dispatch queue, and timers of the main run loop. What is still queued when this ends never runs.
+/// The main dispatch queue, and timers of the main run loop, which run at their times also while no window is shown. What is still queued
+/// when this ends never runs.
 class MacMainQueue final : public MainQueue {
  public:
   void post(std::function<void()> work) override;

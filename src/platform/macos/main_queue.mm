@@ -8,11 +8,13 @@
 namespace tilora::macos {
 namespace {
 
-/// Runs `work` unless the queue is gone by then.
+/// Runs `work` unless the queue is gone by then. The main loop empties its own pool only after an event, and none may come for hours.
 dispatch_block_t blockOf(const std::shared_ptr<const bool>& life, std::function<void()> work) {
   const std::weak_ptr<const bool> whileAlive = life;
   return ^{
-    if (!whileAlive.expired()) work();
+    @autoreleasepool {
+      if (!whileAlive.expired()) work();
+    }
   };
 }
 
@@ -32,12 +34,20 @@ Subscription MacMainQueue::repeat(std::chrono::milliseconds interval, std::funct
   NSTimer* timer = [NSTimer timerWithTimeInterval:std::chrono::duration<double>(interval).count()
                                           repeats:YES
                                             block:^(NSTimer*) {
-                                              const auto tick = ifSubscribed.lock();
-                                              if (tick && !whileAlive.expired()) (*tick)();
+                                              @autoreleasepool {
+                                                const auto tick = ifSubscribed.lock();
+                                                if (tick && !whileAlive.expired()) (*tick)();
+                                              }
                                             }];
   // In the default mode it would stand still while a menu is open or a control is held down.
   [NSRunLoop.mainRunLoop addTimer:timer forMode:NSRunLoopCommonModes];
-  return Subscription([timer, repeated] { [timer invalidate]; });
+  // The system slows down the timers of a program that shows no window (App Nap), unless it says that it works for the user.
+  id activity = [NSProcessInfo.processInfo beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                                             reason:@"Watching the windows of the desktop"];
+  return Subscription([timer, activity, repeated] {
+    [timer invalidate];
+    [NSProcessInfo.processInfo endActivity:activity];
+  });
 }
 
 }  // namespace tilora::macos

@@ -38,6 +38,31 @@ TEST_F(MainQueueTest, RepeatedWorkAlsoRunsWhileAMenuIsOpen) {
   EXPECT_EQ(ran_, 4);
 }
 
+TEST_F(MainQueueTest, WhatRepeatedWorkLeavesToThePoolGoesBeforeTheNextEvent) {
+  const auto timer = queue_->repeat(250ms, fake::leaveAnObjectToThePool);
+  const auto before = fake::liveObjectiveCObjects();
+  world_->clock().advance(1000ms);
+  EXPECT_EQ(fake::liveObjectiveCObjects(), before);
+}
+
+TEST_F(MainQueueTest, WhatQueuedWorkLeavesToThePoolGoesBeforeTheNextEvent) {
+  const auto before = fake::liveObjectiveCObjects();
+  fake::inPool([this] {
+    queue_->post(fake::leaveAnObjectToThePool);
+    queue_->postAfter(10ms, fake::leaveAnObjectToThePool);
+  });
+  world_->clock().advance(10ms);
+  EXPECT_EQ(fake::queuedBlocks(), 0);
+  EXPECT_EQ(fake::liveObjectiveCObjects(), before);
+}
+
+TEST_F(MainQueueTest, TheSystemDoesNotSlowDownATimerOfAProgramThatShowsNoWindow) {
+  auto timer = queue_->repeat(250ms, [] {});
+  EXPECT_EQ(fake::runningActivities(), std::vector<std::uint64_t>{0x00EFFFFF});
+  timer.reset();
+  EXPECT_TRUE(fake::runningActivities().empty());
+}
+
 TEST_F(MainQueueTest, ATimerIsGoneWithItsSubscription) {
   auto timer = queue_->repeat(250ms, [] {});
   EXPECT_EQ(fake::runningTimers(), 1U);

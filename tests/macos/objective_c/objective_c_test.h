@@ -7,8 +7,8 @@
 
 namespace tilora::macos {
 
-/// One turn of the main loop over the fake frameworks. Fails a test that leaves an object, a block, an observer, a timer, a monitor or an
-/// icon behind.
+/// One turn of the main loop over the fake frameworks. Fails a test that leaves an object, a block, an observer, a timer, a monitor, an
+/// activity, a handler or an icon behind.
 class ObjectiveCTest : public MacTest {
  protected:
   void TearDown() override {
@@ -18,6 +18,8 @@ class ObjectiveCTest : public MacTest {
     EXPECT_EQ(fake::installedObservers(), 0U);
     EXPECT_EQ(fake::runningTimers(), 0U);
     EXPECT_EQ(fake::installedMonitors(), 0U);
+    EXPECT_TRUE(fake::runningActivities().empty());
+    EXPECT_FALSE(fake::isReopeningWatched());
     EXPECT_TRUE(fake::shownStatusItems().empty());
     MacTest::TearDown();
   }

@@ -25,6 +25,7 @@ class WholeDesktop {
     EXPECT_EQ(fake::installedObservers(), 0U);
     EXPECT_EQ(fake::runningTimers(), 0U);
     EXPECT_EQ(fake::installedMonitors(), 0U);
+    EXPECT_TRUE(fake::runningActivities().empty());
     // Work that is still on the main queue belongs to the queue.
     EXPECT_LE(fake::liveObjectiveCObjects(), fake::queuedBlocks());
   }
