@@ -10,6 +10,7 @@
 
 #include "app/mac_coordinates.h"
 #include "platform/macos/panel.h"
+#include "platform/macos/reopening.h"
 
 namespace tilora::app {
 namespace {
@@ -35,7 +36,10 @@ MacProgram::MacProgram(const std::string& updateSite, ViewOf viewOf)
       trust_(controller_, [this] { showTrust(); }) {
   showTrust();
   addSettingsCommand();
-  parts_.mainQueue.post([this] { updateCheck_.start(); });
+  parts_.mainQueue.post([this] {
+    reopening_ = macos::watchReopening([this] { interface_.performSettingsCommand(); });
+    updateCheck_.start();
+  });
 }
 
 MacProgram::~MacProgram() = default;

@@ -55,6 +55,7 @@ class MacProgram {
   PublishedChanges trust_;
   QMenuBar menuBar_;
   Subscription pressesElsewhere_;
+  Subscription reopening_;
 };
 
 }  // namespace tilora::app

@@ -3,6 +3,7 @@
 
 #include "platform/macos/mac_desktop.h"
 #include "platform/macos/panel.h"
+#include "platform/macos/reopening.h"
 #include "platform/macos/status_item.h"
 
 int main() {
@@ -13,6 +14,7 @@ int main() {
     item.setSymbol("rectangle.stack.fill", "Tilora");
     tilora::macos::makePanel(0);
     const auto watch = tilora::macos::watchPressesElsewhere([] {});
+    const auto reopening = tilora::macos::watchReopening([] {});
     return parts.trust.isProcessTrusted() ? 0 : 1;
   }
 }

@@ -121,6 +121,14 @@ TEST_F(MacProgramTest, TheSettingsWindowActivatesTheProgram) {
   EXPECT_THAT(world_->takeEffects(), Contains(Effect(SelfActivated{})));
 }
 
+TEST_F(MacProgramTest, OpeningTheProgramAgainOpensTheSettings) {
+  macos::fake::reopen();
+  pass(1ms);
+  ASSERT_TRUE(program_->interface().settingsWindow());
+  EXPECT_TRUE(program_->interface().settingsWindow()->isVisible());
+  EXPECT_THAT(world_->takeEffects(), Contains(Effect(SelfActivated{})));
+}
+
 TEST_F(MacProgramTest, CommandIsRecordedAsCommand) {
   recordFirstShortcut();
   EXPECT_TRUE(world_->keyMonitor().press({keyJ, commandFlag}));
