@@ -12,7 +12,6 @@ namespace {
 using simulated::HotKeyRegistered;
 using simulated::SettingStored;
 using test::Session;
-using testing::IsEmpty;
 
 class SettingsWindow : public testing::Test {
  protected:

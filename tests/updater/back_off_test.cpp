@@ -14,7 +14,6 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::days;
 using std::chrono::hours;
-using std::chrono::minutes;
 using std::chrono::seconds;
 using std::chrono::sys_days;
 using std::chrono::sys_seconds;
