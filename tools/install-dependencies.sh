@@ -22,7 +22,7 @@ debian_packages() {
     desktops) debian_packages test; echo fluxbox jwm kwin-x11 mutter ;;
     bench) debian_packages desktops; echo libbenchmark-dev valgrind i3-wm bspwm sxhkd herbstluftwm dwm ;;
     check) echo clang clang-format clang-tidy ;;
-    package) echo dpkg-dev gzip ;;
+    package) echo dpkg-dev file gzip ;;
     check-package) echo debootstrap util-linux ;;
     # The macOS desktop is compiled and linked here as well: a compiler, a linker and a C++ library for it, and any C library's headers.
     macos-checks) echo clang-19 lld-19 libc++-19-dev musl-dev ;;

@@ -1,6 +1,5 @@
-# In a bare root: lintian and the validators of what desktops read.
+# In a root without the package: lintian and the validators of what desktops read.
 set -eu
-apt-get update -q
 apt-get install -y -q --no-install-recommends lintian appstream desktop-file-utils man-db >/dev/null
 lintian --fail-on error,warning --display-info --pedantic --allow-root /root/tilora.deb
 dpkg-deb --fsys-tarfile /root/tilora.deb | tar -C /tmp -xf -

@@ -1,10 +1,11 @@
 # In a bare root: after the package was installed and purged, with all that came with it, the files are those from before.
 set -eu
 
-# What a package manager writes down of its own work, and the caches that it fills, are not the package's.
+# What a package manager writes down of its own work, the caches that it fills, and where Ubuntu puts the /lib of packages from before the
+# merge of /usr, are not the package's.
 files() {
-  find / -xdev \( -path /proc -o -path /dev -o -path /tmp -o -path /var/cache -o -path /var/log -o -path /var/lib/apt -o -path /var/lib/dpkg \) \
-    -prune -o -print | sort
+  find / -xdev \( -path /proc -o -path /dev -o -path /tmp -o -path /var/cache -o -path /var/log -o -path /var/lib/apt -o -path /var/lib/dpkg \
+    -o -path '/*.usr-is-merged' \) -prune -o -print | sort
 }
 
 apt-get update -q

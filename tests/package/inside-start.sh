@@ -1,6 +1,5 @@
 # In a bare root: what the package depends on is enough to run it; it comes and goes beside a window manager, and nothing of it is left.
 set -eu
-apt-get update -q
 apt-get install -y -q --no-install-recommends /root/tilora.deb >/dev/null
 # After the package, so that none of it stands in for something that the package should have brought.
 apt-get install -y -q --no-install-recommends xvfb openbox xterm xdotool x11-utils dbus-daemon >/dev/null
