@@ -23,7 +23,7 @@ awk '
     mayUse["tiling"] = " platform windows tiling "
     mayUse["controller"] = " platform windows shortcuts tiling controller "
     mayUse["updater"] = " updater "
-    foreign = "<(Q[A-Z]|Qt|xcb|xkbcommon|X11/|CoreFoundation|CoreGraphics|ApplicationServices|AppKit|Carbon|Cocoa|Foundation|" \
+    foreign = "<(Q[A-Z]|Qt|xcb|xkbcommon|X11/|CoreFoundation|CoreGraphics|CoreServices|ApplicationServices|AppKit|Carbon|Cocoa|Foundation|" \
               "ServiceManagement|objc|unistd\\.h|sys/|windows\\.h)"
   }
   FNR == 1 { folder = folderOf(FILENAME); system_ = folder ~ /\/./ && folder != "platform/simulated" }
