@@ -28,6 +28,9 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 # What the programs are linked with finds itself; the modules of QML they load by name.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtqml, qml6-module-qtqml-workerscript, qml6-module-qtquick")
+if(TILORA_HOMEPAGE)
+  set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${TILORA_HOMEPAGE}")
+endif()
 # Opening the browser and the folder of login items; the certificates by which the update check knows its site.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, xdg-utils")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "tiles the windows of the desktop you already use")
