@@ -13,8 +13,7 @@
 namespace tilora::bench {
 namespace {
 
-constexpr Rect firstScreen = {0, 0, 2560, 1440};
-constexpr Rect secondScreen = {2560, 0, 1920, 1080};
+constexpr Rect screenFrame = {0, 0, 1920, 1080};
 constexpr double gap = 12;
 
 constexpr std::array neededAttributes = {AttributeName::role,       AttributeName::subrole, AttributeName::minimized,
@@ -23,24 +22,36 @@ constexpr std::array neededAttributes = {AttributeName::role,       AttributeNam
 
 std::string bundleOf(std::size_t application) { return "com.example.application" + std::to_string(application); }
 
-std::unique_ptr<simulated::SimulatedDesktop> crowd(std::size_t windows, std::size_t windowsPerApplication) {
+Rect frameOfScreen(std::size_t screen) {
+  Rect frame = screenFrame;
+  frame.x = static_cast<double>(screen) * screenFrame.width;
+  return frame;
+}
+
+/// Windows lie on the screens in turn, forty of them beside each other.
+Rect frameOfWindow(std::size_t window, std::size_t screens) {
+  const double across = screenFrame.width * static_cast<double>(screens) - 640;
+  return {static_cast<double>(window % 40) / 40 * across, 80, 640, 480};
+}
+
+std::unique_ptr<simulated::SimulatedDesktop> desktopOf(const Crowd& crowd) {
   auto builder = simulated::desktop();
-  builder.screen(1, firstScreen, firstScreen).screen(2, secondScreen, secondScreen);
-  for (std::size_t i = 0; i < windows; ++i) {
-    const std::size_t application = i / windowsPerApplication;
-    if (i % windowsPerApplication == 0) builder.app(static_cast<ProcessId>(100 + application), bundleOf(application));
-    const Rect frame = {static_cast<double>(i % 40) * 100, 80, 640, 480};
-    builder.window(i + 1, {.title = "Document " + std::to_string(i), .frame = frame}).attribute(AttributeName::minimized, false);
+  for (std::size_t i = 0; i < crowd.screens; ++i) builder.screen(i + 1, frameOfScreen(i), frameOfScreen(i));
+  for (std::size_t i = 0; i < crowd.windows; ++i) {
+    const std::size_t application = i / crowd.windowsPerApplication;
+    if (i % crowd.windowsPerApplication == 0) builder.app(static_cast<ProcessId>(100 + application), bundleOf(application));
+    builder.window(i + 1, {.title = "Document " + std::to_string(i), .frame = frameOfWindow(i, crowd.screens)});
+    builder.attribute(AttributeName::minimized, false);
     if (i % 5 == 4) builder.attribute(AttributeName::identifier, "Palette " + std::to_string(i));
     builder.settable(AttributeName::hidden);
   }
   return builder.front(100, 1).build();
 }
 
-PlacementPreferences choices() {
+PlacementPreferences choices(const Crowd& crowd) {
   PlacementPreferences preferences;
-  for (std::size_t i = 0; i < 50; ++i) {
-    preferences.emplace(placementKey(bundleOf(i), "title:document " + std::to_string(i)),
+  for (std::size_t i = 0; i < crowd.preferences; ++i) {
+    preferences.emplace(placementKey(bundleOf(i / crowd.preferencesPerApplication), "title:document " + std::to_string(i)),
                         i % 2 == 0 ? WindowPlacement::left : WindowPlacement::right);
   }
   return preferences;
@@ -48,10 +59,9 @@ PlacementPreferences choices() {
 
 }  // namespace
 
-CrowdedDesktop::CrowdedDesktop(std::size_t windows, std::size_t windowsPerApplication)
-    : simulated_(crowd(windows, windowsPerApplication)), desktop_(simulated_->interfaces()) {
+CrowdedDesktop::CrowdedDesktop(const Crowd& crowd) : simulated_(desktopOf(crowd)), desktop_(simulated_->interfaces()) {
   simulated_->observeEffects([](const simulated::Effect&) {});
-  memory_.setAppPlacementPreferences(choices());
+  memory_.setAppPlacementPreferences(choices(crowd));
   // The first pass hides what is not shown; those that follow find everything in its place.
   pass();
   pass();

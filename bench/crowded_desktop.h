@@ -9,11 +9,20 @@
 
 namespace tilora::bench {
 
-/// Two screens full of standard windows with titles of their own, one in five of them with an identifier; the first window has the focus.
-/// The user has chosen a placement for some kinds of window.
+/// How much there is on a desktop.
+struct Crowd {
+  std::size_t windows = 0;
+  std::size_t windowsPerApplication = 1;
+  std::size_t screens = 2;
+  /// Stored choices, and how many of them each application has. They begin with the first application and go beyond the last.
+  std::size_t preferences = 50;
+  std::size_t preferencesPerApplication = 1;
+};
+
+/// Screens full of standard windows with titles of their own, one in five of them with an identifier; the first window has the focus.
 class CrowdedDesktop {
  public:
-  CrowdedDesktop(std::size_t windows, std::size_t windowsPerApplication);
+  explicit CrowdedDesktop(const Crowd& crowd);
 
   /// One pass of the engine.
   void pass();

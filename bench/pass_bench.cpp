@@ -8,16 +8,19 @@
 namespace tilora::bench {
 namespace {
 
-/// Windows, and windows an application.
+/// Windows, windows an application, screens, stored choices.
 void sizes(benchmark::internal::Benchmark* benchmark) {
-  benchmark->ArgNames({"windows", "each"})->Unit(benchmark::kMicrosecond);
-  for (const std::int64_t windows : {100, 1'000, 10'000}) {
-    for (const std::int64_t each : {std::int64_t{1}, std::int64_t{10}, windows}) benchmark->Args({windows, each});
+  benchmark->ArgNames({"windows", "each", "screens", "choices"})->Unit(benchmark::kMicrosecond);
+  for (const std::int64_t windows : {10, 100, 1'000, 10'000, 100'000}) {
+    for (const std::int64_t each : {std::int64_t{1}, std::int64_t{10}, windows}) benchmark->Args({windows, each, 2, 50});
   }
+  for (const std::int64_t screens : {1, 4, 16}) benchmark->Args({1'000, 10, screens, 50});
+  for (const std::int64_t choices : {0, 1'000, 10'000}) benchmark->Args({1'000, 10, 2, choices});
 }
 
 CrowdedDesktop crowd(const benchmark::State& state) {
-  return {static_cast<std::size_t>(state.range(0)), static_cast<std::size_t>(state.range(1))};
+  const auto argument = [&](std::size_t index) { return static_cast<std::size_t>(state.range(index)); };
+  return CrowdedDesktop({.windows = argument(0), .windowsPerApplication = argument(1), .screens = argument(2), .preferences = argument(3)});
 }
 
 /// Reports the time of one window, in seconds with a metric prefix.

@@ -34,6 +34,22 @@ WindowKeySet keysOf(const ScreenWindows& windows) {
   return keys;
 }
 
+/// Whether the key of a choice is that of some kind of window of the application.
+bool isByIdentity(std::string_view key, std::string_view application) {
+  return key.starts_with(application) && key.substr(application.size()).starts_with(separator);
+}
+
+/// The first choice for some kind of window of the application, or the end; `from` is the first choice whose key is not less than the
+/// application. Mostly it is this one or the next, and there is nothing to look for.
+PlacementPreferences::const_iterator firstByIdentity(const PlacementPreferences& all, std::string_view application,
+                                                     PlacementPreferences::const_iterator from) {
+  if (from != all.end() && from->first == application) ++from;
+  if (from == all.end() || !from->first.starts_with(application)) return all.end();
+  if (isByIdentity(from->first, application)) return from;
+  const auto found = all.lower_bound(placementKey(application, {}));
+  return found != all.end() && isByIdentity(found->first, application) ? found : all.end();
+}
+
 /// The choices for the windows of one application after the other. A list of windows has those of one application together.
 class ApplicationPreferences {
  public:
@@ -41,7 +57,7 @@ class ApplicationPreferences {
 
   std::optional<WindowPlacement> placementFor(const ManagedWindow& window) {
     if (!isSameText(window.appIdentifier, application_)) turnTo(window.appIdentifier);
-    if (specific_.empty()) return whole_;
+    if (window.windowIdentity.empty() || !hasSpecific_) return whole_;
     if (const auto placement = specific(window.windowIdentity)) return placement;
     if (window.windowIdentity.starts_with(titlePrefix)) {
       if (const auto placement = specific(textAfter(window.windowIdentity, titlePrefix.size()))) return placement;
@@ -55,34 +71,44 @@ class ApplicationPreferences {
     WindowPlacement placement;
   };
 
+  /// More choices than these are not worth listing for the windows that one application has.
+  static constexpr std::size_t mostListed = 16;
+
   void turnTo(std::string_view application) {
     application_ = application;
     whole_.reset();
-    specific_.clear();
-    auto entry = all_.lower_bound(application);
-    if (entry == all_.end() || !entry->first.starts_with(application)) return;
-    if (entry->first == application) whole_ = entry->second;
-    beginning_.assign(application).append(separator);
-    entry = all_.lower_bound(beginning_);
-    for (; entry != all_.end() && entry->first.starts_with(beginning_); ++entry) {
-      specific_.push_back({textAfter(entry->first, beginning_.size()), entry->second});
+    listed_.clear();
+    const auto from = all_.lower_bound(application);
+    if (from != all_.end() && from->first == application) whole_ = from->second;
+    auto entry = firstByIdentity(all_, application, from);
+    hasSpecific_ = entry != all_.end();
+    for (; entry != all_.end() && isByIdentity(entry->first, application) && listed_.size() <= mostListed; ++entry) {
+      listed_.push_back({textAfter(entry->first, application.size() + separator.size()), entry->second});
     }
   }
 
-  std::optional<WindowPlacement> specific(std::string_view identity) const {
-    const auto found = std::lower_bound(specific_.begin(), specific_.end(), identity,
-                                        [](const Choice& choice, std::string_view text) { return choice.identity < text; });
-    if (found == specific_.end() || found->identity != identity) return std::nullopt;
-    return found->placement;
+  std::optional<WindowPlacement> specific(std::string_view identity) {
+    if (listed_.size() > mostListed) return amongAll(identity);
+    for (const auto& choice : listed_) {
+      if (choice.identity == identity) return choice.placement;
+    }
+    return std::nullopt;
+  }
+
+  std::optional<WindowPlacement> amongAll(std::string_view identity) {
+    key_.assign(application_).append(separator).append(identity);
+    const auto found = all_.find(key_);
+    return found == all_.end() ? std::nullopt : std::optional(found->second);
   }
 
   const PlacementPreferences& all_;
   std::string_view application_;
-  /// The application and the separator.
-  std::string beginning_;
   std::optional<WindowPlacement> whole_;
-  /// By identity.
-  std::vector<Choice> specific_;
+  bool hasSpecific_ = false;
+  /// The choices by identity; one more than the most when there are too many.
+  std::vector<Choice> listed_;
+  /// Whatever was looked for last; kept for its room.
+  std::string key_;
 };
 
 }  // namespace
@@ -107,6 +133,11 @@ WindowPairings reciprocalPairings(const WindowPairings& pairings, const WindowKe
 WindowPlacement PlacementMemory::placementOf(const WindowKey& key) const {
   const auto entry = windowPlacements_.find(key);
   return entry == windowPlacements_.end() ? WindowPlacement::full : entry->second;
+}
+
+bool PlacementMemory::hasChoicesByIdentity(std::string_view appIdentifier) const {
+  const auto& all = appPlacementPreferences_;
+  return firstByIdentity(all, appIdentifier, all.lower_bound(appIdentifier)) != all.end();
 }
 
 void PlacementMemory::setPlacement(const WindowKey& key, WindowPlacement placement) { windowPlacements_.insert_or_assign(key, placement); }

@@ -50,6 +50,9 @@ class PlacementMemory {
   /// The placement of a window; `full` when it has none.
   WindowPlacement placementOf(const WindowKey& key) const;
 
+  /// Whether the user chose a placement for some kind of window of the application, so that the identities of its windows matter.
+  bool hasChoicesByIdentity(std::string_view appIdentifier) const;
+
   void setPlacement(const WindowKey& key, WindowPlacement placement);
   void setAppPlacementPreferences(PlacementPreferences preferences);
   /// Remembers the user's choice for one kind of window of an application, in place of a choice for the whole application.
@@ -57,7 +60,8 @@ class PlacementMemory {
 
   /// Forgets the placements of windows that are not live.
   void prunePlacements(const WindowKeySet& live);
-  /// Gives each window the placement that the user chose for its kind, in whichever form it was stored.
+  /// Gives each window the placement that the user chose for its kind, in whichever form it was stored. A window may go without identity
+  /// where no choice depends on it.
   void applyPlacementPreferences(const std::vector<ManagedWindow>& windows);
   /// Keeps only reciprocal pairs of two different live windows.
   void prunePairings(const WindowKeySet& live);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "tiling/drag_guard.h"
@@ -106,7 +107,7 @@ void retile(const Desktop& desktop, PlacementMemory& memory, double padding) {
   if (focused && !isEligible(*focused->window)) return;
   const auto focusedKey = focused ? std::optional(focused->key) : std::nullopt;
 
-  WindowScan scan(desktop);
+  WindowScan scan(desktop, [&](std::string_view application) { return memory.hasChoicesByIdentity(application); });
   for (const auto& application : scannedApplications(desktop)) scan.add(*application);
   const auto& windows = scan.windows();
   WindowsByProcess byProcess(windows);

@@ -21,9 +21,9 @@ struct WindowIdentitySeed {
   std::string_view role;
   /// "AXSubrole"; "<none>" when unreadable.
   std::string_view subrole;
-  /// "AXIdentifier", normalised; absent when missing or blank.
+  /// "AXIdentifier", normalised; absent when missing or blank, and where names do not matter.
   std::optional<std::string> axIdentifier;
-  /// "AXTitle" without white space at its ends, in its own case; "<untitled>" when missing or blank.
+  /// "AXTitle" without white space at its ends, in its own case; "<untitled>" when missing or blank. Empty where names do not matter.
   std::string title;
 };
 
@@ -34,7 +34,7 @@ struct ManagedWindow {
   ScreenRef screen;
   /// Names the owning application.
   std::string_view appIdentifier;
-  /// Names the window within its application, also after a restart of either.
+  /// Names the window within its application, also after a restart of either; empty where the scan was told that names do not matter.
   std::string_view windowIdentity;
 };
 

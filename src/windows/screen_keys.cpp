@@ -19,23 +19,22 @@ ScreenRef screenAt(Point point, const std::vector<ScreenRef>& screens) {
   return nullptr;
 }
 
-ScreenRef fallbackScreen(Screens& screens) {
-  if (auto main = screens.mainScreen()) return main;
-  const auto& all = screens.screens();
-  return all.empty() ? nullptr : all.front();
-}
-
 }  // namespace
 
-ScreenRef screenOf(const AccessibilityElement& window, Screens& screens) {
+WindowScreens::WindowScreens(Screens& screens) : screens_(screens), all_(screens.screens()), top_(topEdge(all_)) {}
+
+ScreenRef WindowScreens::of(const AccessibilityElement& window) const {
   const auto position = readPoint(window, AttributeName::position);
   const auto size = readSize(window, AttributeName::size);
-  if (!position || !size) return fallbackScreen(screens);
-  const auto& all = screens.screens();
-  const Rect rect = screenRect({position->x, position->y, size->width, size->height}, topEdge(all));
-  if (auto screen = screenAt({rect.midX(), rect.midY()}, all)) return screen;
-  return fallbackScreen(screens);
+  if (position && size) {
+    const Rect rect = screenRect({position->x, position->y, size->width, size->height}, top_);
+    if (auto screen = screenAt({rect.midX(), rect.midY()}, all_)) return screen;
+  }
+  if (auto main = screens_.mainScreen()) return main;
+  return all_.empty() ? nullptr : all_.front();
 }
+
+ScreenRef screenOf(const AccessibilityElement& window, Screens& screens) { return WindowScreens(screens).of(window); }
 
 std::string screenKey(const Screen& screen) {
   if (screen.number) return "display:" + std::to_string(static_cast<std::uint32_t>(*screen.number));

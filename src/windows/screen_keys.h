@@ -9,7 +9,22 @@
 
 namespace tilora {
 
-/// The screen that contains the centre of the window; else the main screen, else the first one. Null when there are no screens.
+/// The screens as they are at one moment, for finding those of many windows.
+class WindowScreens {
+ public:
+  /// `screens` must outlive it.
+  explicit WindowScreens(Screens& screens);
+
+  /// The screen that contains the centre of the window; else the main screen, else the first one. Null when there are no screens.
+  ScreenRef of(const AccessibilityElement& window) const;
+
+ private:
+  Screens& screens_;
+  std::vector<ScreenRef> all_;
+  double top_;
+};
+
+/// The same for one window.
 ScreenRef screenOf(const AccessibilityElement& window, Screens& screens);
 
 /// The name of a screen, stable while the displays stay the same: "display:1", or "frame:0:0:1512:982" for one without a number. A frame

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -25,10 +26,10 @@ class TextPool {
 
   void addBlock(std::size_t atLeast) {
     left_ = std::max(atLeast, smallestBlock << std::min<std::size_t>(blocks_.size(), 8));
-    next_ = blocks_.emplace_back(left_).data();
+    next_ = blocks_.emplace_back(std::make_unique_for_overwrite<char[]>(left_)).get();
   }
 
-  std::vector<std::vector<char>> blocks_;
+  std::vector<std::unique_ptr<char[]>> blocks_;
   char* next_ = nullptr;
   std::size_t left_ = 0;
 };

@@ -8,7 +8,6 @@
 
 #include "windows/attribute_readers.h"
 #include "windows/discovery.h"
-#include "windows/screen_keys.h"
 
 namespace tilora {
 namespace {
@@ -29,40 +28,53 @@ void makeRoom(std::vector<Record>& records, std::size_t count) {
 
 }  // namespace
 
-WindowScan::WindowScan(const Desktop& desktop) : desktop_(desktop), texts_(std::make_unique<TextPool>()), namer_(*texts_) {}
+WindowScan::WindowScan(const Desktop& desktop, NamesMatter namesMatter)
+    : desktop_(desktop),
+      namesMatter_(std::move(namesMatter)),
+      screens_(desktop.screens),
+      texts_(std::make_unique<TextPool>()),
+      namer_(*texts_) {}
 
 void WindowScan::add(const RunningApplication& application) {
   const ProcessId pid = application.processIdentifier();
   auto elements = readElements(*desktop_.accessibility.applicationElement(pid), AttributeName::windows);
   if (!elements) return;
+  const auto appIdentifier = texts_->keep(applicationIdentifier(application));
+  const bool isNamed = !namesMatter_ || namesMatter_(appIdentifier);
   seeds_.clear();
   seeds_.reserve(elements->size());
-  for (auto& element : *elements) appendSeed(std::move(element), pid);
-
-  const auto appIdentifier = texts_->keep(applicationIdentifier(application));
-  auto& identities = namer_.identities(seeds_);
+  for (auto& element : *elements) appendSeed(std::move(element), pid, isNamed);
   bool areKeysNew = true;
   for (const auto& seed : seeds_) areKeysNew = keys_.insert(seed.key) && areKeysNew;
+  if (!isNamed) return appendWindows(appIdentifier, nullptr);
+  auto& identities = namer_.identities(seeds_);
   if (!areKeysNew) shareIdentities(seeds_, identities);
+  appendWindows(appIdentifier, &identities);
+}
+
+void WindowScan::appendWindows(std::string_view appIdentifier, const std::vector<std::string_view>* identities) {
   makeRoom(windows_, seeds_.size());
   for (std::size_t i = 0; i < seeds_.size(); ++i) {
     auto& seed = seeds_[i];
-    windows_.push_back({seed.key, std::move(seed.window), std::move(seed.screen), appIdentifier, identities[i]});
+    const auto identity = identities == nullptr ? std::string_view() : (*identities)[i];
+    windows_.push_back({seed.key, std::move(seed.window), std::move(seed.screen), appIdentifier, identity});
   }
 }
 
-void WindowScan::appendSeed(Element window, ProcessId pid) {
+void WindowScan::appendSeed(Element window, ProcessId pid, bool isNamed) {
   const auto roles = rolesIfEligible(*window);
   if (!roles) return;
-  auto screen = screenOf(*window, desktop_.screens);
+  auto screen = screens_.of(*window);
   if (!screen) return;
   auto& seed = seeds_.emplace_back();
   seed.key = {pid, windowNumberOf(*window)};
   seed.screen = std::move(screen);
-  seed.role = roles->role;
-  seed.subrole = roles->subrole;
-  seed.axIdentifier = identifierOf(*window);
-  seed.title = titleOf(*window);
+  if (isNamed) {
+    seed.role = roles->role;
+    seed.subrole = roles->subrole;
+    seed.axIdentifier = identifierOf(*window);
+    seed.title = titleOf(*window);
+  }
   seed.window = std::move(window);
 }
 

@@ -90,7 +90,7 @@ std::optional<simulated::WindowId> maybe(bool really, simulated::WindowId id) { 
 WindowServerEntry randomServerEntry(ProcessId pid, Dice& dice) {
   WindowServerEntry entry;
   if (dice.percent(80)) entry.ownerPid = dice.percent(80) ? pid : pid + 1;
-  if (dice.percent(80)) entry.bounds = Rect{10, 10, coordinate(dice, 100, 900), dice.percent(90) ? coordinate(dice, 100, 900) : 0.0};
+  if (dice.percent(80)) entry.bounds = Rect{10, 10, coordinate(dice, 100, 900), coordinate(dice, -100, 900)};
   return entry;
 }
 
@@ -363,6 +363,10 @@ std::string storedPreferences(std::uint64_t seed) {
   for (std::size_t left = dice.percent(50) ? 0 : dice.below(8); left > 0; --left) {
     const std::string application = dice.percent(90) ? dice.oneOf(bundles) : "pid:101";
     object[application + dice.oneOf(identities)] = dice.oneOf(placements);
+  }
+  // Once in a while one application has many, as one does whose titles are always new.
+  for (std::size_t left = dice.percent(15) ? 30 : 0; left > 0; --left) {
+    object[std::string(bundles[0]) + "||title:page " + std::to_string(left)] = dice.oneOf(placements);
   }
   return object.dump();
 }

@@ -72,6 +72,28 @@ TEST(Preferences, OfOtherApplicationsAndWindowsDoNotCount) {
   EXPECT_EQ(placementAfter({{"other||title:notes", left}, {"app||title:other", left}, {"other", left}, {"app||", left}}), full);
 }
 
+TEST(Preferences, OfAnApplicationWithVeryManyEachIsFound) {
+  PlacementPreferences preferences = {{"app", floatCenter}, {"app||older", right}, {"app2||title:page 1", full}};
+  for (int page = 0; page < 1000; ++page) preferences.emplace("app||title:page " + std::to_string(page), page % 2 == 0 ? left : right);
+
+  EXPECT_EQ(placementAfter(preferences, "title:page 0"), left);
+  EXPECT_EQ(placementAfter(preferences, "title:page 999"), right);
+  EXPECT_EQ(placementAfter(preferences, "title:older"), right);
+  EXPECT_EQ(placementAfter(preferences, "title:page 1000"), floatCenter);
+}
+
+TEST(Preferences, AreForSomeKindOfWindowOrForTheWholeApplication) {
+  PlacementMemory memory;
+  EXPECT_FALSE(memory.hasChoicesByIdentity("app"));
+
+  memory.setAppPlacementPreferences({{"app", left}, {"app2||title:notes", left}, {"application", left}, {"b||", right}});
+
+  EXPECT_FALSE(memory.hasChoicesByIdentity("app"));
+  EXPECT_TRUE(memory.hasChoicesByIdentity("app2"));
+  EXPECT_TRUE(memory.hasChoicesByIdentity("b"));
+  EXPECT_FALSE(memory.hasChoicesByIdentity("z"));
+}
+
 TEST(Preferences, WithoutOneThePlacementStays) {
   PlacementMemory memory;
   memory.setPlacement(a, right);

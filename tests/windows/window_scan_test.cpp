@@ -55,6 +55,17 @@ TEST(ManagedWindows, CarryTheirProcessElementScreenAndNames) {
   EXPECT_EQ(windows[0].windowIdentity, "role:axwindow||axstandardwindow");
 }
 
+TEST(ManagedWindows, HaveNoIdentityWhereNamesDoNotMatter) {
+  const auto desktop = test::laptop().app(100, "com.example.notes").window(1).app(200, "com.example.mail").window(2).build();
+  WindowScan scan(desktop->interfaces(), [](std::string_view application) { return application == "com.example.mail"; });
+
+  scan.add(*applicationOf(*desktop, 100));
+  scan.add(*applicationOf(*desktop, 200));
+
+  EXPECT_THAT(numbers(scan), ElementsAre(1, 2));
+  EXPECT_THAT(identities(scan), ElementsAre("", "role:axwindow||axstandardwindow"));
+}
+
 TEST(ManagedWindows, AreNamedTogether) {
   const auto desktop = test::laptop()
                            .app(100)
