@@ -18,10 +18,9 @@ trap 'rm -rf "$folder"' EXIT
 
 # What the counts depend on beside the sources, on one line.
 toolchain() {
-  compiler=$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' "$build/CMakeCache.txt")
+  compiler=$(sed -n 's/^set(CMAKE_CXX_COMPILER_\(ID\|VERSION\) "\(.*\)")$/\2/p' "$build"/CMakeFiles/*/CMakeCXXCompiler.cmake | tr '\n' ' ')
   type=$(sed -n 's/^CMAKE_BUILD_TYPE:[A-Z]*=//p' "$build/CMakeCache.txt")
-  library=$(ldd --version 2>/dev/null | head -n 1)
-  echo "$("$compiler" --version | head -n 1), $type, $library, $(uname -m)"
+  echo "${compiler% }, $type, C library $(ldd --version 2>/dev/null | sed -n '1s/.* //p'), $(uname -m)"
 }
 
 # Windows, windows an application, screens, stored choices, choices an application.
