@@ -13,7 +13,7 @@ INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
 .PHONY: all run test package dist check-package test-desktops chaos sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency
-.PHONY: check-instructions record-instructions release-check format check-format tidy clean
+.PHONY: check-model check-instructions record-instructions release-check format check-format tidy clean
 
 ## Builds everything.
 all:
@@ -101,6 +101,14 @@ fuzz:
 	@cmake --build --preset fuzz --target fuzzers
 	@tests/fuzz/run.sh build/fuzz $(FUZZ_SECONDS) $(TARGETS)
 
+## Runs the engine against the plain model of it on very many random desktops.
+MODEL_DESKTOPS ?= 500000
+check-model:
+	@$(INSTALL) build test
+	@cmake --preset $(PRESET)
+	@cmake --build --preset $(PRESET) --target model_test
+	@TILORA_MODEL_DESKTOPS=$(MODEL_DESKTOPS) $(BUILD)/tests/model/model_test
+
 ## Builds and runs the benchmarks.
 bench:
 	@$(INSTALL) build bench
@@ -143,6 +151,7 @@ release-check:
 	@$(MAKE) test-desktops
 	@$(MAKE) check-macos-faults
 	@$(MAKE) fuzz FUZZ_SECONDS=$(or $(RELEASE_FUZZ_SECONDS),3600)
+	@$(MAKE) check-model
 	@$(MAKE) check-package
 	@$(MAKE) chaos CHAOS_SECONDS=$(or $(RELEASE_CHAOS_SECONDS),3600)
 
