@@ -12,6 +12,9 @@ BUILD := build/$(PRESET)
 INSTALL := tools/install-dependencies.sh
 SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm')
 
+# The day of the newest release: what is packed is dated by it, so that the same sources make the same package.
+RELEASE_DAY = sed -n 's/^\#\# [0-9.]* (\(.*\))$$/\1/p' CHANGELOG.md | head -n 1
+
 .PHONY: all run test package dist check-package test-desktops chaos sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency
 .PHONY: check-model check-instructions record-instructions release-check format check-format tidy clean
 
@@ -46,7 +49,7 @@ else
 	@$(INSTALL) build package
 	@cmake --preset package $(PACKAGE_OPTIONS)
 	@cmake --build --preset package
-	@cpack --config build/package/CPackConfig.cmake -B build/package
+	@SOURCE_DATE_EPOCH=$$($(RELEASE_DAY) | date --utc --file=- +%s) cpack --config build/package/CPackConfig.cmake -B build/package
 endif
 
 ## The source archive of the last commit, in out/.
