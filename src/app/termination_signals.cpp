@@ -1,4 +1,4 @@
-// A handler may only write to a pipe; the event loop reads it.
+// A handler may only note the signal and write to a pipe; the event loop reads it.
 #include "app/termination_signals.h"
 
 #include <fcntl.h>
@@ -7,16 +7,22 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <utility>
 
 namespace tilora::app {
 namespace {
 
 constexpr std::array signals = {SIGTERM, SIGINT, SIGHUP};
 
+/// How often a program without a pipe looks for a signal.
+constexpr int lookoutMilliseconds = 250;
+
 std::atomic<int> writingEnd = -1;
-static_assert(std::atomic<int>::is_always_lock_free);
+std::atomic<bool> isSignalled = false;
+static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
 void onSignal(int) {
+  isSignalled = true;
   const int before = errno;
   const char byte = 1;
   [[maybe_unused]] const auto written = write(writingEnd.load(), &byte, 1);
@@ -27,8 +33,10 @@ std::array<int, 2> openPipe() {
   std::array<int, 2> ends = {-1, -1};
   if (pipe(ends.data()) != 0) return {-1, -1};
   for (const int end : ends) {
-    fcntl(end, F_SETFD, FD_CLOEXEC);
-    fcntl(end, F_SETFL, O_NONBLOCK);
+    // A blocking end would stop the event loop, or the handler.
+    if (fcntl(end, F_SETFD, FD_CLOEXEC) == 0 && fcntl(end, F_SETFL, O_NONBLOCK) == 0) continue;
+    for (const int opened : ends) close(opened);
+    return {-1, -1};
   }
   return ends;
 }
@@ -43,24 +51,35 @@ void setHandler(void (*handler)(int)) {
 
 }  // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> quit) : pipe_(openPipe()), notifier_(pipe_[0], QSocketNotifier::Read) {
-  if (pipe_[0] < 0) return;
-  QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this, quit = std::move(quit)] {
-    std::array<char, 16> bytes = {};
-    while (read(pipe_[0], bytes.data(), bytes.size()) > 0) {
-    }
-    quit();
-  });
+TerminationSignals::TerminationSignals(std::function<void()> quit)
+    : quit_(std::move(quit)), pipe_(openPipe()), notifier_(QSocketNotifier::Read) {
+  isSignalled = false;
+  if (pipe_[0] >= 0) {
+    notifier_.setSocket(pipe_[0]);
+    notifier_.setEnabled(true);
+    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { takeSignal(); });
+  } else {
+    lookout_.start(lookoutMilliseconds);
+    QObject::connect(&lookout_, &QTimer::timeout, &lookout_, [this] { takeSignal(); });
+  }
   writingEnd = pipe_[1];
   setHandler(onSignal);
 }
 
 TerminationSignals::~TerminationSignals() {
-  if (pipe_[0] < 0) return;
   setHandler(SIG_DFL);
   writingEnd = -1;
   notifier_.setEnabled(false);
-  for (const int end : pipe_) close(end);
+  for (const int end : pipe_) {
+    if (end >= 0) close(end);
+  }
+}
+
+void TerminationSignals::takeSignal() {
+  std::array<char, 16> bytes = {};
+  while (pipe_[0] >= 0 && read(pipe_[0], bytes.data(), bytes.size()) > 0) {
+  }
+  if (isSignalled.exchange(false)) quit_();
 }
 
 }  // namespace tilora::app

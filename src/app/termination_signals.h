@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <QTimer>
 #include <array>
 #include <functional>
 
@@ -16,9 +17,14 @@ class TerminationSignals {
   ~TerminationSignals();
 
  private:
-  /// Reading and writing end of the pipe that carries a signal into the event loop; -1 when it could not be made.
+  void takeSignal();
+
+  const std::function<void()> quit_;
+  /// Reading and writing end of the pipe that wakes the event loop; -1 when it could not be made.
   std::array<int, 2> pipe_;
   QSocketNotifier notifier_;
+  /// Looks for signals where nothing wakes the event loop.
+  QTimer lookout_;
 };
 
 }  // namespace tilora::app

@@ -8,6 +8,7 @@
 #include <QSocketNotifier>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 
@@ -181,6 +182,12 @@ int fail(const char* why) {
   return 1;
 }
 
+/// Qt ends a program by a crash when it gets no connection to the server. One that has not begun yet just says so.
+void endWithMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
+  if (type == QtFatalMsg) std::_Exit(1);
+}
+
 }  // namespace
 
 int runProgram(int argc, char** argv, const std::string& updateSite) {
@@ -190,7 +197,9 @@ int runProgram(int argc, char** argv, const std::string& updateSite) {
   const auto connection = x11::Connection::open();
   if (!connection) return fail("there is no X server to connect to.");
   qputenv("QT_QPA_PLATFORM", "xcb");
+  qInstallMessageHandler(endWithMessage);
   QApplication application(argc, argv);
+  qInstallMessageHandler(nullptr);
   QApplication::setApplicationName(QStringLiteral("tilora"));
   QApplication::setApplicationVersion(QStringLiteral(TILORA_VERSION));
   QApplication::setWindowIcon(trayPicture(true));

@@ -69,7 +69,8 @@ void Calm::letGo() {
   desk_.ensureWindowManager();
   desk_.display().sendRootMessage(desk_.display().root(), "_NET_SHOWING_DESKTOP", {0});
   for (const auto& [application, window] : population_.windows(true)) {
-    if (std::exchange(window->withdrawn, false)) application->client.map(window->id);
+    window->remapped = std::exchange(window->withdrawn, false);
+    if (window->remapped) application->client.map(window->id);
   }
 }
 
@@ -89,7 +90,14 @@ void Calm::expectWorkGoesOn() {
     cureLies();
     desk_.restartWindowManager();
   }
-  desk_.fault("no window is tiled any more: " + desk_.display().describe());
+  std::ostringstream text;
+  harness::Display& display = desk_.display();
+  text << "no window is tiled any more, showing desktop " << (display.cardinals(display.root(), "_NET_SHOWING_DESKTOP") == std::vector{1U})
+       << ", focus " << std::hex << display.focusedWindow() << std::dec;
+  for (const harness::Monitor& monitor : display.monitors()) {
+    text << ", monitor " << monitor.geometry << " free " << display.visibleFrame(monitor.geometry);
+  }
+  desk_.fault(text.str() + ": " + display.describe());
 }
 
 bool Calm::opensAndTiles(const std::string& name) {
@@ -148,10 +156,11 @@ void Calm::settleClosed() {
 
 /// Tilora never unmaps a window. A window manager does when it ends, and one that ends has no more ears for new windows.
 void Calm::mapDropped() {
-  if (std::exchange(managerChanges_, counts_.managerChanges()) == counts_.managerChanges()) return;
+  const bool isNew = std::exchange(managerChanges_, counts_.managerChanges()) != counts_.managerChanges();
   harness::Display& display = desk_.display();
   for (const auto& [application, window] : population_.windows(true)) {
     const auto id = window->id;
+    if (!isNew && !window->remapped) continue;
     if (!display.clientArea(id) || display.waitUntil([&] { return isListed(display, id); }, std::chrono::seconds(2))) continue;
     ++counts_.dropped;
     application->client.withdraw(id);

@@ -18,6 +18,8 @@ struct Window {
   /// Somebody asked it to close, and it may or may not have done so.
   bool maybeClosed = false;
   bool withdrawn = false;
+  /// Its application maps it again after it had withdrawn it, which a window manager may miss if it has not noticed the one before.
+  bool remapped = false;
   /// Its title is a lie that a window manager may choke on.
   bool lies = false;
 };

@@ -122,6 +122,26 @@ TEST_P(EndingTest, APartnerThatACrashHidComesBackBesideItsWindow) {
   EXPECT_TRUE(isHidden(third.window));
 }
 
+TEST_P(EndingTest, WhatIsHiddenIsShownByTheNextWindowManagerWhenTiloraEndsWithoutOne) {
+  for (const int signal : {SIGKILL, SIGTERM}) {
+    const App& first = open("first");
+    const App& second = open("second");
+    startTilora();
+    EXPECT_TRUE(isTiled(second.window, Place::full));
+    EXPECT_TRUE(isHidden(first.window));
+    windowManager->process().signal(signal);
+    ASSERT_TRUE(windowManager->process().waitForEnd());
+    windowManager.reset();
+    endTilora(SIGTERM);
+    EXPECT_FALSE(isMarked(first.window));
+    startWindowManager();
+    EXPECT_TRUE(isShown(first.window));
+    EXPECT_TRUE(isShown(second.window));
+    apps.clear();
+    ASSERT_TRUE(comesTrue([&] { return display.clientList().empty(); }));
+  }
+}
+
 TEST_P(EndingTest, ASecondCopyEndsAtOnceAndTheFirstOneGoesOn) {
   constexpr std::uint8_t configureWindow = 12;
   WireTap stacking(server.display(), configureWindow);

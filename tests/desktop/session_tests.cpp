@@ -123,6 +123,15 @@ TEST_P(ShowDesktopTest, NothingComesBackWhileTheDesktopIsShown) {
   EXPECT_TRUE(isHidden(pair.right.window));
 }
 
+TEST_P(SessionTest, AStaleShowDesktopIsNotBelievedWhileAWindowIsInUse) {
+  startTilora();
+  const App& app = open("app");
+  EXPECT_TRUE(isTiled(app.window, Place::full));
+  display.setCardinals(display.root(), "_NET_SHOWING_DESKTOP", "CARDINAL", {1});
+  press(Place::left);
+  EXPECT_TRUE(isTiled(app.window, Place::left));
+}
+
 TEST_P(SessionTest, TheWindowsStayTiledWhenTheWindowManagerIsReplacedByItself) {
   startTilora();
   const Pair pair = openPair();

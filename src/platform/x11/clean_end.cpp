@@ -2,9 +2,11 @@
 #include "platform/x11/clean_end.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <map>
 #include <ranges>
+#include <utility>
 #include <vector>
 
 #include "platform/x11/property.h"
@@ -122,10 +124,51 @@ void synchronize(xcb_connection_t* xcb) {
   Reply<xcb_get_input_focus_reply_t>{xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr)};
 }
 
+/// The marked windows among the children of the root: without a manager every client is one.
+std::vector<xcb_window_t> markedWindows(Connection& connection) {
+  xcb_connection_t* xcb = connection.xcb();
+  const Reply<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(xcb, xcb_query_tree(xcb, connection.root()), nullptr)};
+  if (!tree) return {};
+  std::vector<std::pair<xcb_window_t, xcb_get_property_cookie_t>> questions;
+  for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
+    const xcb_window_t window = xcb_query_tree_children(tree.get())[index];
+    questions.emplace_back(window, xcb_get_property(xcb, 0, window, connection.atoms()._TILORA_HIDDEN, XCB_ATOM_CARDINAL, 0, 1));
+  }
+  std::vector<xcb_window_t> marked;
+  for (const auto& [window, cookie] : questions) {
+    const Property mark{Reply<xcb_get_property_reply_t>{xcb_get_property_reply(xcb, cookie, nullptr)}};
+    if (mark.isPresent()) marked.push_back(window);
+  }
+  return marked;
+}
+
+/// Leaves a window that nobody manages as a manager leaves one in use: mapped, in NormalState (ICCCM 4.1.3.1), without
+/// _NET_WM_STATE_HIDDEN.
+void showUnmanaged(Connection& connection, xcb_window_t window) {
+  xcb_connection_t* xcb = connection.xcb();
+  const Atoms& atoms = connection.atoms();
+  constexpr std::uint32_t longest = 64;
+  const auto cookie = xcb_get_property(xcb, 0, window, atoms._NET_WM_STATE, XCB_ATOM_ATOM, 0, longest);
+  const Property property{Reply<xcb_get_property_reply_t>{xcb_get_property_reply(xcb, cookie, nullptr)}};
+  auto states = property.items(XCB_ATOM_ATOM);
+  if (std::erase(states, atoms._NET_WM_STATE_HIDDEN) > 0) {
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, atoms._NET_WM_STATE, XCB_ATOM_ATOM, 32,
+                        static_cast<std::uint32_t>(states.size()), states.data());
+  }
+  constexpr std::array<std::uint32_t, 2> normalStateWithoutIcon = {1, XCB_WINDOW_NONE};
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, atoms.WM_STATE, atoms.WM_STATE, 32, normalStateWithoutIcon.size(),
+                      normalStateWithoutIcon.data());
+  xcb_delete_property(xcb, window, atoms._TILORA_HIDDEN);
+  xcb_map_window(xcb, window);
+}
+
 }  // namespace
 
 void showHiddenWindows(DesktopState& state) {
-  if (state.model.facts().windowManager == XCB_WINDOW_NONE) return;
+  if (state.model.facts().windowManager == XCB_WINDOW_NONE) {
+    for (const auto window : markedWindows(state.connection)) showUnmanaged(state.connection, window);
+    return synchronize(state.connection.xcb());
+  }
   const auto hidden = hiddenWindows(state.model);
   if (hidden.empty()) return;
   const auto focused = state.activeWindow();

@@ -6,8 +6,8 @@
 namespace tilora::x11 {
 
 /// Restores every window that carries a mark, on its own virtual desktop, and takes the marks away; returns when the server has all of it.
-/// The current desktop, the stacking of what was shown and the focus stay. Without a window manager nothing can be restored: the marks stay
-/// for the next start.
+/// The current desktop, the stacking of what was shown and the focus stay. Without a window manager the windows are mapped and left as ones
+/// in use, and so the next manager finds them.
 void showHiddenWindows(DesktopState& state);
 
 }  // namespace tilora::x11

@@ -23,9 +23,15 @@ ClientWindowRef DesktopState::activeWindow() const {
   return window;
 }
 
+bool DesktopState::isDesktopShown() const {
+  if (!model.facts().showingDesktop) return false;
+  const auto active = model.find(model.facts().active);
+  return !active || !active->isOrdinary() || active->states.hidden;
+}
+
 bool DesktopState::isListed(const ClientWindow& window) const {
   const auto& facts = model.facts();
-  if (facts.showingDesktop || !window.isOn(facts.currentDesktop) || window.isSettling()) return false;
+  if (isDesktopShown() || !window.isOn(facts.currentDesktop) || window.isSettling()) return false;
   const auto monitor = monitorOf(window);
   return !monitor || *monitor >= covered_.size() || !covered_[*monitor];
 }

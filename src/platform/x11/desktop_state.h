@@ -40,6 +40,9 @@ class DesktopState {
 
   /// The window with the focus as the engine may see it; null when that is none, a panel or the desktop's own window.
   ClientWindowRef activeWindow() const;
+  /// Whether Show Desktop is on. A manager that crashed, or that does not clear what another one left, says so while a window is in use: it
+  /// is not believed.
+  bool isDesktopShown() const;
   /// Whether the engine sees the window among its application's: it is on the current desktop, neither Show Desktop nor a fullscreen window
   /// takes its place, and if it was just shown, it is known whether it has the focus.
   bool isListed(const ClientWindow& window) const;

@@ -20,9 +20,11 @@ constexpr std::size_t largestFile = std::size_t{64} << 20U;
 constexpr int mostKept = 10;
 constexpr mode_t forTheUserAlone = 0600;
 
+/// A file that is missing is whole and empty; one that cannot be read is not whole.
 DecodedSettings load(const fs::path& path) {
-  const auto [content, error] = readFile(path, largestFile);
-  return content ? decodeSettings(*content) : DecodedSettings();
+  const auto file = readFile(path, largestFile);
+  if (file.isMissing()) return {.values = {}, .isWhole = true};
+  return file.content ? decodeSettings(*file.content) : DecodedSettings();
 }
 
 bool isThere(const fs::path& path) {
@@ -64,11 +66,17 @@ constexpr auto settlingTime = std::chrono::milliseconds(50);
 }  // namespace
 
 SettingsFile::SettingsFile(fs::path path) : path_(std::move(path)) {
-  if (!path_.empty()) values_ = load(path_).values;
+  if (path_.empty()) return;
+  auto [values, isWhole] = load(path_);
+  values_ = std::move(values);
+  replacesUnread_ = !isWhole;
 }
 
 SettingsFile::~SettingsFile() {
-  if (!writer_.joinable()) return;
+  if (!writer_.joinable()) {
+    if (isChanged_ && !path_.empty()) write(values_);
+    return;
+  }
   {
     const std::lock_guard guard(lock_);
     isEnding_ = true;
@@ -122,7 +130,7 @@ void SettingsFile::startWriter() {
   try {
     writer_ = std::thread([this] { writeChanges(); });
   } catch (const std::system_error&) {
-    // No thread to be had now: the next change asks again.
+    // No thread to be had now: the next change asks again, and the end needs none.
   }
 }
 
@@ -143,12 +151,16 @@ void SettingsFile::writeChanges() {
   }
 }
 
-bool SettingsFile::write(const SettingValues& values) const {
+bool SettingsFile::write(const SettingValues& values) {
   std::error_code error;
   auto replacement = FileReplacement::prepare(path_, encodeSettings(values), forTheUserAlone, error);
   if (!replacement) return false;
-  if (isThere(replacement->target()) && !load(replacement->target()).isWhole) keepAside(replacement->target());
-  return !replacement->commit();
+  // What could not be read at the start may be readable by now, and is not in `values`.
+  const bool isKept = replacesUnread_ || !load(replacement->target()).isWhole;
+  if (isKept && isThere(replacement->target())) keepAside(replacement->target());
+  if (replacement->commit()) return false;
+  replacesUnread_ = false;
+  return true;
 }
 
 }  // namespace tilora::xdg

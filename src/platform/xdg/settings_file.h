@@ -15,7 +15,8 @@ namespace tilora::xdg {
 /// durable step; changes that come while it writes go out together, the latest of each. The destructor waits until the last change is
 /// written. A write that fails is tried again at the next change and at the end.
 ///
-/// Of a file that is not understood as a whole, the entries that are understood count. It is kept beside as "<name>.broken",
+/// Of a file that is not understood as a whole, the entries that are understood count; one that cannot be read has none. It is kept beside
+/// as "<name>.broken",
 /// "<name>.broken.1" and so on when it is overwritten. A kept one is never overwritten; when there are ten, no more are kept.
 class SettingsFile final : public SettingsStore {
  public:
@@ -40,7 +41,7 @@ class SettingsFile final : public SettingsStore {
   void set(std::string_view key, SettingValue value);
   void startWriter();
   void writeChanges();
-  bool write(const SettingValues& values) const;
+  bool write(const SettingValues& values);
 
   const std::filesystem::path path_;
   /// Changed by the main thread alone, under the lock; read by the writer under the lock.
@@ -49,6 +50,9 @@ class SettingsFile final : public SettingsStore {
   std::condition_variable changed_;
   bool isChanged_ = false;
   bool isEnding_ = false;
+  /// Whether the file in place holds what was not understood, or could not be read, when this object was made. The writer's alone once it
+  /// runs.
+  bool replacesUnread_ = false;
   /// Started by the first change.
   std::thread writer_;
 };

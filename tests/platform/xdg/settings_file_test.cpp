@@ -157,6 +157,24 @@ TEST_F(SettingsFileTest, AFileBrokenWhileTheProgramRunsIsKeptToo) {
   EXPECT_EQ(contentOf(path.string() + ".broken"), "edited by hand {");
 }
 
+TEST_F(SettingsFileTest, AFileThatCouldNotBeReadAtTheStartIsKeptWhenItIsOverwritten) {
+  store("earlier", 1);
+  const fs::path unreadable = path.string() + ".unreadable";
+  {
+    // Root may read everything: what stands in the place is no file for that moment.
+    fs::rename(path, unreadable);
+    fs::create_directory(path);
+    SettingsFile settings(path);
+    fs::remove(path);
+    fs::rename(unreadable, path);
+    settings.setDouble("later", 2);
+  }
+  EXPECT_EQ(stored("later"), 2);
+  EXPECT_EQ(stored("earlier"), -1);
+  SettingsFile kept(path.string() + ".broken");
+  EXPECT_EQ(kept.doubleValue("earlier"), 1);
+}
+
 TEST_F(SettingsFileTest, AnEnormousFileReadsAsNothing) {
   put("{}");
   fs::resize_file(path, std::uintmax_t{65} << 20U);

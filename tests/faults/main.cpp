@@ -1,0 +1,140 @@
+// tilora-faults: makes each call of the program that can fail do so once, one life of the program after the other, and says what came of
+// it.
+#include <cstdlib>
+#include <exception>
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "trial.h"
+#include "x_proxy.h"
+
+namespace tilora::faults {
+namespace {
+
+/// A program that makes more calls than this in a trial makes them for ever.
+constexpr int mostCalls = 5000;
+/// A sweep that finds this much has found enough.
+constexpr int enoughFailures = 5;
+
+/// What came of one kind of fault.
+struct Tally {
+  int trials = 0;
+  int tiled = 0;
+  int stored = 0;
+  std::map<std::string, int> ends = {};
+};
+
+std::string describe(const harness::ProcessEnd& end) {
+  if (end.signal) return "signal " + std::to_string(*end.signal);
+  return end.status ? "status " + std::to_string(*end.status) : "no end";
+}
+
+class Sweep {
+ public:
+  Sweep(Trials& trials, std::string name) : trials_(trials), name_(std::move(name)) {}
+
+  void count(const std::string& what, const std::string& which, const Outcome& outcome) {
+    Tally& tally = tallies_[what];
+    ++tally.trials;
+    tally.tiled += outcome.tiled ? 1 : 0;
+    tally.stored += outcome.placeIsStored ? 1 : 0;
+    ++tally.ends[describe(outcome.end) + (outcome.isAskedTwice ? " when asked again" : "")];
+    for (const std::string& failure : outcome.failures) {
+      ++failures_;
+      std::cout << "FAILURE at " << which << " (" << what << "): " << failure << std::endl;
+    }
+  }
+  bool hasEnough() const { return failures_ >= enoughFailures; }
+
+  /// True: nothing failed, and something was tried.
+  bool conclude() const {
+    std::cout << name_ << ":\n";
+    for (const auto& [what, tally] : tallies_) {
+      std::cout << "  " << what << ": " << tally.trials << " trials, tiled in " << tally.tiled << ", stored in " << tally.stored;
+      for (const auto& [end, number] : tally.ends) std::cout << ", " << end << " in " << number;
+      std::cout << "\n";
+    }
+    std::cout << "  failures: " << failures_ << std::endl;
+    return failures_ == 0 && !tallies_.empty();
+  }
+
+ private:
+  Trials& trials_;
+  std::string name_;
+  std::map<std::string, Tally> tallies_;
+  int failures_ = 0;
+};
+
+/// The calls that were made to fail, each on a line.
+std::string linesOf(const std::filesystem::path& log) {
+  std::ifstream stream(log);
+  std::string line;
+  std::getline(stream, line);
+  return line;
+}
+
+bool sweepCalls(Trials& trials, int every) {
+  Sweep sweep(trials, "calls to the system, each failing once");
+  const auto log = trials.session().home().path() / "faults.log";
+  for (int number = 1; number < mostCalls && !sweep.hasEnough(); number += every) {
+    std::filesystem::remove(log);
+    const Outcome outcome = trials.run(
+        {{"LD_PRELOAD", TILORA_FAILING_CALLS}, {"TILORA_FAULT_NUMBER", std::to_string(number)}, {"TILORA_FAULT_LOG", log.string()}});
+    const std::string call = linesOf(log);
+    sweep.count(call.empty() ? "none" : call, "call " + std::to_string(number), outcome);
+    if (call.empty()) break;
+  }
+  return sweep.conclude();
+}
+
+bool sweepKinds(Trials& trials) {
+  Sweep sweep(trials, "calls to the system, all of a kind failing");
+  for (const char* kind : {"open-to-write", "open-to-read", "write", "read", "fsync", "ftruncate", "fchmod", "flock", "rename", "stat",
+                           "lstat", "readlink", "pthread_create", "fcntl", "poll"}) {
+    sweep.count(kind, kind, trials.run({{"LD_PRELOAD", TILORA_FAILING_CALLS}, {"TILORA_FAULT_KIND", kind}}));
+  }
+  return sweep.conclude();
+}
+
+bool sweepServer(Trials& trials, ProxyFault::Kind kind, const std::string& name, int every) {
+  Sweep sweep(trials, name);
+  for (int number = 1; number < mostCalls && !sweep.hasEnough(); number += every) {
+    const XProxy proxy(trials.display(), {.kind = kind, .number = number});
+    const Outcome outcome = trials.run({{"DISPLAY", proxy.display()}});
+    sweep.count(proxy.fired() ? "request " + std::to_string(proxy.opcode()) : "none", "number " + std::to_string(number), outcome);
+    if (!proxy.fired()) break;
+  }
+  return sweep.conclude();
+}
+
+bool run(const std::string& sweep, int every, const std::string& program) {
+  Trials trials(program);
+  if (sweep == "calls") return sweepCalls(trials, every);
+  if (sweep == "kinds") return sweepKinds(trials);
+  if (sweep == "errors") return sweepServer(trials, ProxyFault::Kind::error, "replies of the X server, each an error once", every);
+  if (sweep == "cuts") return sweepServer(trials, ProxyFault::Kind::cut, "connections cut after a request", every);
+  if (sweep == "delays") return sweepServer(trials, ProxyFault::Kind::withhold, "replies of the X server, each withheld once", every);
+  std::cout << "tilora-faults calls|kinds|errors|cuts|delays [EVERY [PROGRAM]]\n";
+  return false;
+}
+
+}  // namespace
+}  // namespace tilora::faults
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> arguments(argv + 1, argv + argc);
+  try {
+    const int every = arguments.size() > 1 ? std::stoi(arguments[1]) : 1;
+    const std::string program = arguments.size() > 2 ? arguments[2] : TILORA_PROGRAM;
+    return tilora::faults::run(arguments.empty() ? std::string() : arguments[0], every, program) ? EXIT_SUCCESS : EXIT_FAILURE;
+  } catch (const std::exception& failure) {
+    std::cout << "FAILURE: " << failure.what() << std::endl;
+    return EXIT_FAILURE;
+  }
+}
