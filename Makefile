@@ -15,7 +15,7 @@ SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.
 # The day of the newest release: what is packed is dated by it, so that the same sources make the same package.
 RELEASE_DAY = sed -n 's/^\#\# [0-9.]* (\(.*\))$$/\1/p' CHANGELOG.md | head -n 1
 
-.PHONY: all run test package dist check-package test-desktops chaos sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency
+.PHONY: all run test package dist check-package test-desktops sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency
 .PHONY: check-model check-instructions record-instructions release-check format check-format tidy clean
 
 ## Builds everything.
@@ -69,12 +69,21 @@ test-desktops:
 	@ctest --preset desktops
 
 ## Storms over the real program on all window managers, CHAOS_SECONDS long. Prints its seed; CHAOS_SEED=N draws the same again.
+.PHONY: chaos
 CHAOS_SECONDS ?= 600
 chaos:
 	@$(INSTALL) build test desktops
 	@cmake --preset release
 	@cmake --build --preset release --target tilora-chaos
 	@$(BUILD)/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
+
+## Makes each call of the program that can fail do so once; takes half an hour.
+.PHONY: faults
+faults:
+	@$(INSTALL) build test
+	@cmake --preset release
+	@cmake --build --preset release --target tilora-faults
+	@for sweep in calls kinds errors cuts delays; do $(BUILD)/bin/tilora-faults $$sweep || exit 1; done
 
 ## The tests under the address and undefined-behaviour sanitizers.
 sanitize:
@@ -156,6 +165,7 @@ release-check:
 	@$(MAKE) fuzz FUZZ_SECONDS=$(or $(RELEASE_FUZZ_SECONDS),3600)
 	@$(MAKE) check-model
 	@$(MAKE) check-package
+	@$(MAKE) faults
 	@$(MAKE) chaos CHAOS_SECONDS=$(or $(RELEASE_CHAOS_SECONDS),3600)
 
 ## Formats every source file in place.

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <QAbstractEventDispatcher>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -13,9 +14,6 @@ namespace tilora::app {
 namespace {
 
 constexpr std::array signals = {SIGTERM, SIGINT, SIGHUP};
-
-/// How often a program without a pipe looks for a signal.
-constexpr int lookoutMilliseconds = 250;
 
 std::atomic<int> writingEnd = -1;
 std::atomic<bool> isSignalled = false;
@@ -57,11 +55,12 @@ TerminationSignals::TerminationSignals(std::function<void()> quit)
   if (pipe_[0] >= 0) {
     notifier_.setSocket(pipe_[0]);
     notifier_.setEnabled(true);
-    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { takeSignal(); });
-  } else {
-    lookout_.start(lookoutMilliseconds);
-    QObject::connect(&lookout_, &QTimer::timeout, &lookout_, [this] { takeSignal(); });
+    QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] {
+      clearPipe();
+      takeSignal();
+    });
   }
+  QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &notifier_, [this] { takeSignal(); });
   writingEnd = pipe_[1];
   setHandler(onSignal);
 }
@@ -75,10 +74,13 @@ TerminationSignals::~TerminationSignals() {
   }
 }
 
-void TerminationSignals::takeSignal() {
+void TerminationSignals::clearPipe() const {
   std::array<char, 16> bytes = {};
-  while (pipe_[0] >= 0 && read(pipe_[0], bytes.data(), bytes.size()) > 0) {
+  while (read(pipe_[0], bytes.data(), bytes.size()) > 0) {
   }
+}
+
+void TerminationSignals::takeSignal() {
   if (isSignalled.exchange(false)) quit_();
 }
 

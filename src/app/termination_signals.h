@@ -2,13 +2,13 @@
 #pragma once
 
 #include <QSocketNotifier>
-#include <QTimer>
 #include <array>
 #include <functional>
 
 namespace tilora::app {
 
-/// While it lives, SIGTERM, SIGINT and SIGHUP call `quit` from the event loop instead of ending the process. One at a time in a process.
+/// While it lives, SIGTERM, SIGINT and SIGHUP call `quit` from the event loop instead of ending the process. They wake it; where the system
+/// has no pipe for that, they are seen when it next goes to sleep. One at a time in a process.
 class TerminationSignals {
  public:
   explicit TerminationSignals(std::function<void()> quit);
@@ -18,13 +18,12 @@ class TerminationSignals {
 
  private:
   void takeSignal();
+  void clearPipe() const;
 
   const std::function<void()> quit_;
   /// Reading and writing end of the pipe that wakes the event loop; -1 when it could not be made.
   std::array<int, 2> pipe_;
   QSocketNotifier notifier_;
-  /// Looks for signals where nothing wakes the event loop.
-  QTimer lookout_;
 };
 
 }  // namespace tilora::app

@@ -126,8 +126,7 @@ class X11Program {
     const int status = QCoreApplication::exec();
     front_.reset();
     controller_.reset();
-    if (status == 0) desktop_.showHiddenWindows();
-    return status;
+    return status == 0 && !desktop_.showHiddenWindows() ? 1 : status;
   }
 
  private:

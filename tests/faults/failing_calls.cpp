@@ -1,7 +1,8 @@
 // A library to be preloaded: the program's own calls to the system work, but for the one of a given number, or all of a given kind.
 //
 // TILORA_FAULT_NUMBER: the number of the call that fails, from 1 on. TILORA_FAULT_KIND: the name of the call that fails every time, with
-// "open-to-write" and "open-to-read" for the two uses of open. TILORA_FAULT_LOG: the file that is told of each call that was made to fail.
+// "open-to-write" and "open-to-read" for the two uses of open, "write-to-pipe" for what is no file. TILORA_FAULT_LOG: the file that is told
+// of each call that was made to fail.
 //
 // Whose calls: those of the program itself and of the C++ library for it. The ones that other libraries make are theirs to deal with, but
 // for socket and connect: no other way leads to a server.
@@ -113,7 +114,9 @@ ssize_t read(int file, void* to, std::size_t size) {
 }
 
 ssize_t write(int file, const void* from, std::size_t size) {
-  if (fails("write", ENOSPC, TILORA_CALLER)) return -1;
+  struct stat status {};
+  const bool isFile = fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+  if (fails(isFile ? "write" : "write-to-pipe", isFile ? ENOSPC : EBADF, TILORA_CALLER)) return -1;
   static const auto next = real<ssize_t (*)(int, const void*, std::size_t)>("write");
   return next(file, from, size);
 }

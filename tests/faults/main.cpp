@@ -22,6 +22,9 @@ constexpr int mostCalls = 5000;
 /// A sweep that finds this much has found enough.
 constexpr int enoughFailures = 5;
 
+/// A trial in which the fault was not reached: everything has to work.
+constexpr const char* noFault = "none";
+
 /// What came of one kind of fault.
 struct Tally {
   int trials = 0;
@@ -37,7 +40,7 @@ std::string describe(const harness::ProcessEnd& end) {
 
 class Sweep {
  public:
-  Sweep(Trials& trials, std::string name) : trials_(trials), name_(std::move(name)) {}
+  explicit Sweep(std::string name) : name_(std::move(name)) {}
 
   void count(const std::string& what, const std::string& which, const Outcome& outcome) {
     Tally& tally = tallies_[what];
@@ -45,10 +48,9 @@ class Sweep {
     tally.tiled += outcome.tiled ? 1 : 0;
     tally.stored += outcome.placeIsStored ? 1 : 0;
     ++tally.ends[describe(outcome.end) + (outcome.isAskedTwice ? " when asked again" : "")];
-    for (const std::string& failure : outcome.failures) {
-      ++failures_;
-      std::cout << "FAILURE at " << which << " (" << what << "): " << failure << std::endl;
-    }
+    for (const std::string& failure : outcome.failures) fail(what, which, failure);
+    if (what == noFault && !outcome.tiled) fail(what, which, "nothing is tiled");
+    if (what == noFault && !outcome.placeIsStored) fail(what, which, "nothing is stored");
   }
   bool hasEnough() const { return failures_ >= enoughFailures; }
 
@@ -65,7 +67,11 @@ class Sweep {
   }
 
  private:
-  Trials& trials_;
+  void fail(const std::string& what, const std::string& which, const std::string& failure) {
+    ++failures_;
+    std::cout << "FAILURE at " << which << " (" << what << "): " << failure << std::endl;
+  }
+
   std::string name_;
   std::map<std::string, Tally> tallies_;
   int failures_ = 0;
@@ -80,21 +86,21 @@ std::string linesOf(const std::filesystem::path& log) {
 }
 
 bool sweepCalls(Trials& trials, int every) {
-  Sweep sweep(trials, "calls to the system, each failing once");
+  Sweep sweep("calls to the system, each failing once");
   const auto log = trials.session().home().path() / "faults.log";
   for (int number = 1; number < mostCalls && !sweep.hasEnough(); number += every) {
     std::filesystem::remove(log);
     const Outcome outcome = trials.run(
         {{"LD_PRELOAD", TILORA_FAILING_CALLS}, {"TILORA_FAULT_NUMBER", std::to_string(number)}, {"TILORA_FAULT_LOG", log.string()}});
     const std::string call = linesOf(log);
-    sweep.count(call.empty() ? "none" : call, "call " + std::to_string(number), outcome);
+    sweep.count(call.empty() ? noFault : call, "call " + std::to_string(number), outcome);
     if (call.empty()) break;
   }
   return sweep.conclude();
 }
 
 bool sweepKinds(Trials& trials) {
-  Sweep sweep(trials, "calls to the system, all of a kind failing");
+  Sweep sweep("calls to the system, all of a kind failing");
   for (const char* kind : {"open-to-write", "open-to-read", "write", "read", "fsync", "ftruncate", "fchmod", "flock", "rename", "stat",
                            "lstat", "readlink", "pthread_create", "fcntl", "poll"}) {
     sweep.count(kind, kind, trials.run({{"LD_PRELOAD", TILORA_FAILING_CALLS}, {"TILORA_FAULT_KIND", kind}}));
@@ -103,11 +109,12 @@ bool sweepKinds(Trials& trials) {
 }
 
 bool sweepServer(Trials& trials, ProxyFault::Kind kind, const std::string& name, int every) {
-  Sweep sweep(trials, name);
+  Sweep sweep(name);
   for (int number = 1; number < mostCalls && !sweep.hasEnough(); number += every) {
     const XProxy proxy(trials.display(), {.kind = kind, .number = number});
     const Outcome outcome = trials.run({{"DISPLAY", proxy.display()}});
-    sweep.count(proxy.fired() ? "request " + std::to_string(proxy.opcode()) : "none", "number " + std::to_string(number), outcome);
+    sweep.count(proxy.fired() ? "request " + std::to_string(proxy.opcode()) : std::string(noFault), "number " + std::to_string(number),
+                outcome);
     if (!proxy.fired()) break;
   }
   return sweep.conclude();

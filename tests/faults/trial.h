@@ -12,6 +12,7 @@
 #include "harness/session.h"
 #include "harness/test_client.h"
 #include "harness/window_manager.h"
+#include "harness/wire_tap.h"
 
 namespace tilora::faults {
 
@@ -40,6 +41,8 @@ class Trials {
   Outcome run(const harness::Environment& additions);
 
  private:
+  static constexpr std::uint8_t queryPointer = 38;
+
   void reset();
   void live(harness::ManagedProcess& program, Outcome& outcome);
   void expectWindows(Outcome& outcome);
@@ -50,6 +53,8 @@ class Trials {
   harness::ServerProcess server_;
   harness::Session session_{server_.display()};
   harness::Display display_{server_.display()};
+  /// Of the request with which each pass begins.
+  harness::WireTap tap_{server_.display(), queryPointer};
   harness::Keyboard keyboard_{display_};
   harness::WindowManager manager_{harness::WindowManagerKind::openbox, session_, display_};
   std::vector<harness::TestClient> clients_;

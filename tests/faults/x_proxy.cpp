@@ -44,6 +44,9 @@ sockaddr_un addressOf(const std::string& path) {
   return address;
 }
 
+/// Where the server of a display listens.
+std::string socketOf(const std::string& display) { return "/tmp/.X11-unix/X" + display.substr(1); }
+
 bool sendAll(int file, const Bytes& bytes) {
   std::size_t sent = 0;
   while (sent < bytes.size()) {
@@ -198,21 +201,24 @@ class XProxy::Stream {
   Clock::time_point heldUntil_{};
 };
 
-XProxy::XProxy(const std::string& display, const ProxyFault& fault)
-    : path_((folder_.path() / "server").string()), server_("/tmp/.X11-unix/X" + display.substr(1)), fault_(fault) {
+XProxy::XProxy(const std::string& display, const ProxyFault& fault) : server_(socketOf(display)), fault_(fault) {
   listener_ = harness::FileDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  const sockaddr_un address = addressOf(path_);
-  constexpr int waiting = 16;
-  if (::bind(listener_.number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0 ||
-      ::listen(listener_.number(), waiting) != 0) {
-    throw std::runtime_error("no socket at " + path_);
+  constexpr int firstNumber = 400, lastNumber = 900, waiting = 16;
+  for (int number = firstNumber; number <= lastNumber && path_.empty(); ++number) {
+    const std::string name = ":" + std::to_string(number);
+    const sockaddr_un address = addressOf(socketOf(name));
+    if (::bind(listener_.number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) continue;
+    display_ = name;
+    path_ = socketOf(name);
   }
+  if (path_.empty() || ::listen(listener_.number(), waiting) != 0) throw std::runtime_error("no socket for a display");
   thread_ = std::thread([this] { run(); });
 }
 
 XProxy::~XProxy() {
   ending_.writer.close();
   thread_.join();
+  ::unlink(path_.c_str());
 }
 
 void XProxy::accept() {

@@ -35,7 +35,7 @@ class XProxy {
   ~XProxy();
 
   /// The name under which the program finds the server.
-  std::string display() const { return path_; }
+  const std::string& display() const { return display_; }
   /// Whether the fault has happened.
   bool fired() const { return fired_; }
   /// The major opcode of the request that it happened to.
@@ -46,7 +46,7 @@ class XProxy {
   void run();
   void accept();
 
-  harness::TemporaryDirectory folder_;
+  std::string display_;
   std::string path_;
   std::string server_;
   ProxyFault fault_;

@@ -350,8 +350,9 @@ int X11Desktop::fileDescriptor() const { return xcb_get_file_descriptor(parts_->
 bool X11Desktop::dispatch() { return parts_->takeEvents(true); }
 bool X11Desktop::endTurn() { return parts_->endTurn(); }
 
-void X11Desktop::showHiddenWindows() {
+bool X11Desktop::showHiddenWindows() {
   if (parts_->takeEvents(true)) tilora::x11::showHiddenWindows(parts_->state);
+  return !parts_->state.connection.failed();
 }
 
 }  // namespace tilora::x11

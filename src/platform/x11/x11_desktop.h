@@ -80,8 +80,8 @@ class X11Desktop {
   /// the connection is lost.
   bool endTurn();
   /// Shows every window that Tilora hid, each on its own desktop, and returns when the server has all of it. Keeps the current desktop, the
-  /// stacking and the focus.
-  void showHiddenWindows();
+  /// stacking and the focus. False: the connection is lost, and what was hidden is for the next start to find.
+  bool showHiddenWindows();
 
  private:
   class Parts;

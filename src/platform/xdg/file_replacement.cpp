@@ -44,11 +44,12 @@ std::error_code makeFolders(const fs::path& folder) {
   return mkdir(folder.c_str(), forTheUserAlone) == 0 || errno == EEXIST ? std::error_code() : lastError();
 }
 
-bool isTheFileAt(const fs::path& path, int descriptor) {
+/// Whether that is the open file; `error` when the system does not tell.
+bool isTheFileAt(const fs::path& path, int descriptor, std::error_code& error) {
   struct stat opened {};
   struct stat named {};
-  return fstat(descriptor, &opened) == 0 && lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
-         opened.st_ino == named.st_ino;
+  if (fstat(descriptor, &opened) != 0 || (lstat(path.c_str(), &named) != 0 && errno != ENOENT)) error = lastError();
+  return opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
 /// Opens `path` for this process alone: another one that has it is waited for, and may rename it meanwhile.
@@ -62,7 +63,9 @@ FileDescriptor openLocked(const fs::path& path, mode_t mode, std::error_code& er
     // Not every file system has locks; there each process is on its own.
     while (flock(file.number(), LOCK_EX) != 0 && errno == EINTR) {
     }
-    if (isTheFileAt(path, file.number())) return file;
+    const bool isInPlace = isTheFileAt(path, file.number(), error);
+    if (error) return FileDescriptor();
+    if (isInPlace) return file;
   }
 }
 
