@@ -26,7 +26,13 @@ fs::path followLinks(fs::path path, std::error_code& error) {
   for (int i = 0; i < mostLinks; ++i) {
     std::error_code notALink;
     const fs::path next = fs::read_symlink(path, notALink);
-    if (notALink) return path;
+    const bool isEnd = notALink == std::errc::invalid_argument || notALink == std::errc::no_such_file_or_directory ||
+                       notALink == std::errc::not_a_directory;
+    if (isEnd) return path;
+    if (notALink) {
+      error = notALink;
+      return {};
+    }
     path = next.is_absolute() ? next : path.parent_path() / next;
   }
   error = std::make_error_code(std::errc::too_many_symbolic_link_levels);

@@ -175,6 +175,16 @@ TEST_F(SettingsFileTest, AFileThatCouldNotBeReadAtTheStartIsKeptWhenItIsOverwrit
   EXPECT_EQ(kept.doubleValue("earlier"), 1);
 }
 
+TEST_F(SettingsFileTest, WithoutAFolderToBeHadTheValueStandsInMemory) {
+  folder.write("config", "no folder");
+  {
+    SettingsFile settings(path);
+    settings.setDouble("a", 1);
+    EXPECT_EQ(settings.doubleValue("a"), 1);
+  }
+  EXPECT_TRUE(fs::is_regular_file(folder.path() / "config"));
+}
+
 TEST_F(SettingsFileTest, AnEnormousFileReadsAsNothing) {
   put("{}");
   fs::resize_file(path, std::uintmax_t{65} << 20U);
