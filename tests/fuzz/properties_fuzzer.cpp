@@ -91,7 +91,7 @@ Given given(const std::string& text) {
 /// The reply of a server that has it so, in memory of just its length. At most `longest` 32-bit units are read.
 Property served(const Given& property, std::uint32_t longest) {
   const std::size_t unit = property.format / 8U;
-  const std::size_t count = std::min<std::size_t>(property.bytes.size(), 4U * longest) / unit;
+  const std::size_t count = std::min<std::size_t>(property.bytes.size(), std::size_t{4} * longest) / unit;
   auto* reply = static_cast<xcb_get_property_reply_t*>(std::calloc(1, sizeof(xcb_get_property_reply_t) + count * unit));
   reply->response_type = 1;
   reply->format = property.format;
