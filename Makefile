@@ -15,7 +15,7 @@ SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.
 # The day of the newest release: what is packed is dated by it, so that the same sources make the same package.
 RELEASE_DAY = sed -n 's/^\#\# [0-9.]* (\(.*\))$$/\1/p' CHANGELOG.md | head -n 1
 
-.PHONY: all run test package dist check-package test-desktops sanitize check-macos check-macos-faults fuzz bench bench-pass bench-latency
+.PHONY: all run test package dist check-package test-desktops sanitize check-macos check-macos-whole check-macos-faults fuzz bench bench-pass bench-latency
 .PHONY: check-model check-instructions record-instructions release-check format check-format tidy clean
 
 ## Builds everything.
@@ -99,6 +99,11 @@ check-macos:
 	@cmake --build --preset release --target macos_checks
 	@ctest --preset release -L macos --no-tests=error
 	@tests/macos/cross/check.sh $(BUILD)/macos-objects
+
+## Configures all of Tilora as for macOS, and has clang read every C++ source of that with the standard library of macOS.
+check-macos-whole:
+	@$(INSTALL) build test macos-checks
+	@tests/macos/cross/whole.py build/macos-whole
 
 ## Plants faults in a copy of the macOS desktop's sources, one after the other, and expects a check to find each; takes a while.
 check-macos-faults:
