@@ -22,14 +22,17 @@ class TextPool {
   }
 
  private:
+  // NOLINTNEXTLINE(modernize-avoid-c-arrays): its length is chosen at run time, and nothing fills it before it is used.
+  using Block = char[];
+
   static constexpr std::size_t smallestBlock = 4096;
 
   void addBlock(std::size_t atLeast) {
     left_ = std::max(atLeast, smallestBlock << std::min<std::size_t>(blocks_.size(), 8));
-    next_ = blocks_.emplace_back(std::make_unique_for_overwrite<char[]>(left_)).get();
+    next_ = blocks_.emplace_back(std::make_unique_for_overwrite<Block>(left_)).get();
   }
 
-  std::vector<std::unique_ptr<char[]>> blocks_;
+  std::vector<std::unique_ptr<Block>> blocks_;
   char* next_ = nullptr;
   std::size_t left_ = 0;
 };

@@ -50,7 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(isUtf8(feed.updater->product) && isUtf8(feed.updater->version) && isUtf8(feed.updater->file));
     checkAddress(feed.updater->file);
     const auto alert = alertFor(feed.updater->version);
-    require(hasNoControls(alert.informativeText) && alert.informativeText.size() < mostBytesOfAlert);
+    require(isUtf8(alert.informativeText) && hasNoControls(alert.informativeText));
+    require(alert.informativeText.size() < mostBytesOfAlert);
   }
   // The same rules for texts that no JSON brings.
   checkAddress(body);
