@@ -27,6 +27,8 @@ struct Counts {
   /// Windows that nobody managed after a change of window managers: the request to map them, or they themselves, went down with the old
   /// one. Their applications map them again.
   int dropped = 0;
+  /// Windows on the screen that the window manager does not list.
+  int unmanaged = 0;
   int tiloraKilled = 0;
   int tiloraEnded = 0;
   int hiddenShownAtEnd = 0;
@@ -51,8 +53,10 @@ inline std::ostream& operator<<(std::ostream& stream, const Counts& counts) {
                 << "\napplications killed: " << counts.clientsKilled << "\nmonitors plugged or unplugged: " << counts.monitorChanges
                 << "\nwindow managers replaced: " << counts.managersReplaced << "\nwindow managers killed: " << counts.managersKilled
                 << "\nwindow managers that failed by themselves: " << counts.managersFailed
-                << "\nwindows dropped by window managers that went: " << counts.dropped << "\nkills of Tilora: " << counts.tiloraKilled
-                << "\nclean ends of Tilora: " << counts.tiloraEnded << "\nhidden windows shown at a clean end: " << counts.hiddenShownAtEnd
+                << "\nwindows dropped by window managers that went: " << counts.dropped
+                << "\nwindows shown by their manager without being listed: " << counts.unmanaged
+                << "\nkills of Tilora: " << counts.tiloraKilled << "\nclean ends of Tilora: " << counts.tiloraEnded
+                << "\nhidden windows shown at a clean end: " << counts.hiddenShownAtEnd
                 << "\nplacements found in the settings: " << counts.placementsKept << "\nmost memory: " << counts.mostKilobytes
                 << " kB\nmost descriptors: " << counts.mostDescriptors << "\nfaults: " << counts.faults.size() << "\nlost: " << counts.lost
                 << "\n";

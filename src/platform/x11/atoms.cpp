@@ -9,7 +9,7 @@
 
 namespace tilora::x11 {
 
-Atoms internAtoms(xcb_connection_t* connection) {
+std::optional<Atoms> internAtoms(xcb_connection_t* connection) {
   Atoms atoms;
   struct Entry {
     std::string_view name;
@@ -24,10 +24,13 @@ Atoms internAtoms(xcb_connection_t* connection) {
   for (std::size_t i = 0; i < entries.size(); ++i) {
     cookies[i] = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(entries[i].name.size()), entries[i].name.data());
   }
+  bool isWhole = true;
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    if (const Reply<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(connection, cookies[i], nullptr)}) *entries[i].atom = reply->atom;
+    const Reply<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(connection, cookies[i], nullptr)};
+    if (reply) *entries[i].atom = reply->atom;
+    isWhole &= reply != nullptr;
   }
-  return atoms;
+  return isWhole ? std::optional(atoms) : std::nullopt;
 }
 
 }  // namespace tilora::x11

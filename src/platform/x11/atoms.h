@@ -3,6 +3,8 @@
 
 #include <xcb/xcb.h>
 
+#include <optional>
+
 namespace tilora::x11 {
 
 // clang-format off
@@ -83,7 +85,7 @@ struct Atoms {
 #undef TILORA_X11_DECLARE
 };
 
-/// Interns all of them with one round trip. An atom that could not be interned is XCB_ATOM_NONE.
-Atoms internAtoms(xcb_connection_t* connection);
+/// Interns all of them with one round trip. Nothing when one could not be interned: the server has no memory, or is gone.
+std::optional<Atoms> internAtoms(xcb_connection_t* connection);
 
 }  // namespace tilora::x11

@@ -4,6 +4,8 @@
 #include <xcb/randr.h>
 #include <xcb/res.h>
 
+#include <utility>
+
 #include "platform/x11/reply.h"
 #include "platform/x11/xkb_protocol.h"
 
@@ -18,7 +20,8 @@ std::unique_ptr<Connection> Connection::open(const std::string& displayName) {
   }
   auto roots = xcb_setup_roots_iterator(xcb_get_setup(xcb));
   for (int i = 0; i < screenNumber && roots.rem > 1; ++i) xcb_screen_next(&roots);
-  return std::unique_ptr<Connection>(new Connection(xcb, roots.data, screenNumber));
+  std::unique_ptr<Connection> connection(new Connection(xcb, roots.data, screenNumber));
+  return connection->isWhole_ ? std::move(connection) : nullptr;
 }
 
 Connection::Connection(xcb_connection_t* xcb, xcb_screen_t* screen, int screenNumber)
@@ -26,7 +29,9 @@ Connection::Connection(xcb_connection_t* xcb, xcb_screen_t* screen, int screenNu
   xcb_prefetch_extension_data(xcb_, &xcb_randr_id);
   xcb_prefetch_extension_data(xcb_, &xcb_xkb_id);
   xcb_prefetch_extension_data(xcb_, &xcb_res_id);
-  atoms_ = internAtoms(xcb_);
+  const auto atoms = internAtoms(xcb_);
+  isWhole_ = atoms.has_value();
+  if (atoms) atoms_ = *atoms;
   if (const auto* randr = xcb_get_extension_data(xcb_, &xcb_randr_id); randr != nullptr && randr->present != 0) {
     extensions_.randrFirstEvent = randr->first_event;
     extensions_.randrOpcode = randr->major_opcode;

@@ -23,7 +23,8 @@ struct Extensions {
 /// One open connection with its default screen. Main thread only; closed by the destructor.
 class Connection {
  public:
-  /// Connects to `displayName` (empty: the one that the session names). Null when there is no such server or it refuses.
+  /// Connects to `displayName` (empty: the one that the session names). Null when there is no such server, or it refuses or
+  /// has no memory for the atoms.
   static std::unique_ptr<Connection> open(const std::string& displayName = {});
 
   Connection(const Connection&) = delete;
@@ -50,6 +51,7 @@ class Connection {
   int screenNumber_;
   Atoms atoms_;
   Extensions extensions_;
+  bool isWhole_ = false;
 };
 
 }  // namespace tilora::x11

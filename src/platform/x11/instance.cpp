@@ -38,12 +38,14 @@ xcb_window_t createWindow(Connection& connection) {
   return window;
 }
 
-/// The server's time, as a change of one of the window's properties reports it. Nothing when the connection breaks.
+/// The server's time, as a change of one of the window's properties reports it. Nothing when the connection breaks or
+/// the server refuses the change.
 std::optional<xcb_timestamp_t> serverTime(Connection& connection, xcb_window_t window) {
   const xcb_atom_t property = connection.atoms()._TILORA_TIME;
-  xcb_change_property(connection.xcb(), XCB_PROP_MODE_APPEND, window, property, XCB_ATOM_INTEGER, 32, 0, nullptr);
+  const auto cookie = xcb_change_property(connection.xcb(), XCB_PROP_MODE_APPEND, window, property, XCB_ATOM_INTEGER, 32, 0, nullptr);
   connection.flush();
   while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(connection.xcb())}) {
+    if (event->response_type == 0 && event->full_sequence == cookie.sequence) break;  // an error
     if ((event->response_type & responseTypeMask) != XCB_PROPERTY_NOTIFY) continue;
     const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
     if (notify.window == window && notify.atom == property) return notify.time;
