@@ -25,10 +25,6 @@ class Dice {
   auto oneOf(const List& list) {
     return list[below(list.size())];
   }
-  template <class Value, std::size_t Count>
-  Value oneOf(const Value (&list)[Count]) {
-    return list[below(Count)];
-  }
 
  private:
   std::uint64_t state_;

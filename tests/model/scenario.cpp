@@ -14,30 +14,23 @@ namespace {
 using simulated::Settability;
 using simulated::WindowTraits;
 
-constexpr const char* titles[] = {"Notes",   "NOTES", "notes\u00a0", " Mail ", "Été",        "ÉTÉ",
-                                  "Ж\u3000", "",      "  \t\n",      "Ω",      "axid:notes", "<empty>"};
-constexpr const char* identifiers[] = {"main", " Main\r\n", "INSPECTOR", "  ", "", "title:notes"};
-constexpr const char* bundles[] = {"com.example.notes", "com.example.mail", "com.example.Mail", ""};
-constexpr const char* names[] = {"Notes", "com.example.mail", ""};
-constexpr const char* placements[] = {"left", "right", "full", "floatCenter"};
-constexpr const char* identities[] = {"",
-                                      "||title:notes",
-                                      "||notes",
-                                      "||title:été",
-                                      "||été",
-                                      "||title:<untitled>",
-                                      "||<untitled>",
-                                      "||axid:main",
-                                      "||role:axwindow||axstandardwindow",
-                                      "||role:axwindow||<none>"};
-constexpr double paddings[] = {0, 10, 12, 7.5, 100, 1000, -5};
+constexpr auto titles = std::to_array<const char*>(
+    {"Notes", "NOTES", "notes\u00a0", " Mail ", "Été", "ÉTÉ", "Ж\u3000", "", "  \t\n", "Ω", "axid:notes", "<empty>"});
+constexpr auto identifiers = std::to_array<const char*>({"main", " Main\r\n", "INSPECTOR", "  ", "", "title:notes"});
+constexpr auto bundles = std::to_array<const char*>({"com.example.notes", "com.example.mail", "com.example.Mail", ""});
+constexpr auto names = std::to_array<const char*>({"Notes", "com.example.mail", ""});
+constexpr auto placements = std::to_array<const char*>({"left", "right", "full", "floatCenter"});
+constexpr auto identities =
+    std::to_array<const char*>({"", "||title:notes", "||notes", "||title:été", "||été", "||title:<untitled>", "||<untitled>", "||axid:main",
+                                "||role:axwindow||axstandardwindow", "||role:axwindow||<none>"});
+constexpr auto paddings = std::to_array<double>({0, 10, 12, 7.5, 100, 1000, -5});
 
 AttributeValue number(std::int64_t value) { return Number(value); }
 
 /// A truth value in one of the forms in which it is told, or something else altogether.
 std::optional<AttributeValue> randomTruth(Dice& dice) {
-  const std::optional<AttributeValue> forms[] = {false,       true,        number(0),      number(1),           number(-3),
-                                                 Number(0.0), Number(0.5), ForeignValue{}, std::string("true"), std::nullopt};
+  const auto forms = std::to_array<std::optional<AttributeValue>>(
+      {false, true, number(0), number(1), number(-3), Number(0.0), Number(0.5), ForeignValue{}, std::string("true"), std::nullopt});
   return dice.oneOf(forms);
 }
 
@@ -50,7 +43,7 @@ Point randomPosition(Dice& dice) { return {coordinate(dice, -500, 4000), coordin
 
 Size randomSize(Dice& dice) {
   if (dice.percent(90)) return {coordinate(dice, 50, 2500), coordinate(dice, 50, 1500)};
-  const double lengths[] = {0, -100, 1, 300, 100'000};
+  const auto lengths = std::to_array<double>({0, -100, 1, 300, 100'000});
   return {dice.oneOf(lengths), dice.oneOf(lengths)};
 }
 
@@ -138,26 +131,26 @@ simulated::ApplicationTraits randomApplication(std::uint64_t seed) {
 Screen randomScreen(const Step& step) {
   Dice dice(step.seed);
   const double left = 1440.0 * static_cast<double>(step.id - 1) + (dice.percent(10) ? 0.4 : 0.0);
-  const double heights[] = {900, 1200, 600.5};
-  const double bottoms[] = {0, 0, -300, 150.25, -2000};
+  const auto heights = std::to_array<double>({900, 1200, 600.5});
+  const auto bottoms = std::to_array<double>({0, 0, -300, 150.25, -2000});
   Screen screen;
   screen.frame = {left - (dice.percent(10) ? 1440 : 0), dice.oneOf(bottoms), 1440, dice.oneOf(heights)};
   screen.visibleFrame = {screen.frame.x, screen.frame.y + (dice.percent(30) ? 60 : 0), 1440, screen.frame.height - 85};
   // Two of them may name the same display.
-  const std::optional<std::uint64_t> numbers[] = {step.id, step.id, step.id, std::nullopt, (std::uint64_t{1} << 32) + 1};
+  const auto numbers = std::to_array<std::optional<std::uint64_t>>({step.id, step.id, step.id, std::nullopt, (std::uint64_t{1} << 32) + 1});
   screen.number = dice.oneOf(numbers);
   return screen;
 }
 
 void changeWindow(const Step& step, simulated::SimulatedDesktop& desktop) {
-  constexpr AttributeName changing[] = {
-      AttributeName::position, AttributeName::position, AttributeName::size,        AttributeName::title,     AttributeName::title,
-      AttributeName::hidden,   AttributeName::hidden,   AttributeName::minimized,   AttributeName::minimized, AttributeName::identifier,
-      AttributeName::role,     AttributeName::subrole,  AttributeName::windowNumber};
+  constexpr auto changing = std::to_array<AttributeName>(
+      {AttributeName::position, AttributeName::position, AttributeName::size, AttributeName::title, AttributeName::title,
+       AttributeName::hidden, AttributeName::hidden, AttributeName::minimized, AttributeName::minimized, AttributeName::identifier,
+       AttributeName::role, AttributeName::subrole, AttributeName::windowNumber});
   Dice dice(step.seed);
   const auto name = dice.oneOf(changing);
   if (dice.percent(15)) {
-    constexpr Settability answers[] = {Settability::no, Settability::yes, Settability::error};
+    constexpr auto answers = std::to_array<Settability>({Settability::no, Settability::yes, Settability::error});
     desktop.setSettable(step.id, name, dice.oneOf(answers));
   } else {
     desktop.setAttribute(step.id, name, randomAttribute(name, dice));
@@ -218,20 +211,10 @@ class Teller {
   }
 
   void happenRarely() {
-    constexpr StepKind rare[] = {StepKind::setScreen,
-                                 StepKind::removeScreen,
-                                 StepKind::setMainScreen,
-                                 StepKind::launch,
-                                 StepKind::quit,
-                                 StepKind::setApplicationHidden,
-                                 StepKind::setWindowsUnreadable,
-                                 StepKind::focusNothing,
-                                 StepKind::setButtons,
-                                 StepKind::setButtons,
-                                 StepKind::setTrust,
-                                 StepKind::setBoxing,
-                                 StepKind::setPadding,
-                                 StepKind::restart};
+    constexpr auto rare = std::to_array<StepKind>({StepKind::setScreen, StepKind::removeScreen, StepKind::setMainScreen, StepKind::launch,
+                                                   StepKind::quit, StepKind::setApplicationHidden, StepKind::setWindowsUnreadable,
+                                                   StepKind::focusNothing, StepKind::setButtons, StepKind::setButtons, StepKind::setTrust,
+                                                   StepKind::setBoxing, StepKind::setPadding, StepKind::restart});
     const auto kind = dice_.oneOf(rare);
     if (kind == StepKind::launch && pids_.size() < 8) return launch();
     say(kind, anyPid(), 1 + dice_.below(3));
@@ -243,25 +226,9 @@ class Teller {
   std::map<std::uint64_t, ProcessId> owners_;
 };
 
-constexpr const char* kindNames[] = {"screen",
-                                     "remove screen",
-                                     "main screen",
-                                     "launch",
-                                     "quit",
-                                     "hide or show application",
-                                     "list of windows unreadable or readable",
-                                     "open",
-                                     "close",
-                                     "change",
-                                     "focus",
-                                     "focus nothing",
-                                     "buttons",
-                                     "trust",
-                                     "boxing",
-                                     "padding",
-                                     "restart",
-                                     "pass",
-                                     "command"};
+constexpr auto kindNames = std::to_array<const char*>(
+    {"screen", "remove screen", "main screen", "launch", "quit", "hide or show application", "list of windows unreadable or readable",
+     "open", "close", "change", "focus", "focus nothing", "buttons", "trust", "boxing", "padding", "restart", "pass", "command"});
 
 struct ValuePrinter {
   std::ostream& out;
@@ -279,7 +246,7 @@ struct ValuePrinter {
 };
 
 void print(std::ostream& out, const WindowTraits& traits) {
-  constexpr const char* answers[] = {"", "settable", "asking fails"};
+  constexpr auto answers = std::to_array<const char*>({"", "settable", "asking fails"});
   for (std::size_t index = 0; index < attributeNameCount; ++index) {
     const auto name = static_cast<AttributeName>(index);
     const auto& value = traits.attributes[name];
