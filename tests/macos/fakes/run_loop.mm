@@ -346,6 +346,7 @@ void tellRemovedObservers() {
 
 std::vector<std::uint64_t> runningActivities() {
   std::vector<std::uint64_t> options;
+  options.reserve(activities.size());
   for (FakeActivity* activity : activities) options.push_back(activity.options);
   return options;
 }
