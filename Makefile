@@ -168,6 +168,7 @@ release-check:
 	@$(MAKE) test-desktops
 	@$(MAKE) check-macos-faults
 	@$(MAKE) fuzz FUZZ_SECONDS=$(or $(RELEASE_FUZZ_SECONDS),3600)
+	@$(MAKE) check-instructions
 	@$(MAKE) check-model
 	@$(MAKE) check-package
 	@$(MAKE) faults

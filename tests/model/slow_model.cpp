@@ -276,7 +276,7 @@ ScreenRef SlowModel::screenOf(const Element& element) const {
       if (x >= frame.x && x < frame.x + frame.width && y >= frame.y && y < frame.y + frame.height) return screen;
     }
   }
-  if (const auto main = desktop_.screens.mainScreen()) return main;
+  if (auto main = desktop_.screens.mainScreen()) return main;
   return screens.empty() ? nullptr : screens.front();
 }
 

@@ -101,7 +101,7 @@ void EmbeddedDesktop::open(Program& program) {
     program.window = activeWindowOf(program.className);
     return program.window != XCB_WINDOW_NONE;
   };
-  if (!waitUntil(appears, std::chrono::seconds(30))) {
+  if (!waitUntil(appears)) {
     throw Failure(program.name + (program.process->running() ? " does not appear: " : " has ended: ") + program.process->output());
   }
   display_.watch(program.window);

@@ -30,6 +30,9 @@ class Interrupted : public std::exception {};
 /// Makes SIGINT, SIGTERM and SIGHUP end the next wait with `Interrupted` instead of ending the process, so that everything is cleaned up.
 void endWaitsOnSignals();
 
+/// Programs that are started for the first time come from a cold disk, on a machine that may be busy with what was just installed.
+inline constexpr std::chrono::seconds patience{60};
+
 /// A program of the desktop with its one window.
 struct Program {
   /// In a sentence: "the terminal".
@@ -75,7 +78,7 @@ class EmbeddedDesktop {
   /// Waits until Tilora has looked at the pointer once more, as every pass of it does; false when it does not in time.
   bool waitForPass();
   /// Waits until `holds`; false when it does not in time.
-  bool waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds deadline = harness::defaultDeadline);
+  bool waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds deadline = patience);
   /// Writes a picture of the monitors, once the programs have stopped painting.
   void takePicture(const std::filesystem::path& file);
 

@@ -30,9 +30,9 @@ class FrameWriterTest : public testing::Test {
     window.decoration = decoration;
     window.client = clientRect({300, 200, 400, 300}, decoration, {});
     constexpr std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
-    xcb_change_window_attributes(manager->xcb(), manager->root(), XCB_CW_EVENT_MASK, &mask);
-    xcb_flush(manager->xcb());
-    pump.takeAll();
+    xcb_change_window_attributes(manager_->xcb(), manager_->root(), XCB_CW_EVENT_MASK, &mask);
+    xcb_flush(manager_->xcb());
+    pump_.takeAll();
   }
 
   /// What a pass does about a window that belongs to `frame`: the visible frames that were asked for.
@@ -66,21 +66,21 @@ class FrameWriterTest : public testing::Test {
   std::vector<PixelRect> requests() {
     const auto cookie = xcb_get_input_focus(bare.connection->xcb());
     const Reply<xcb_get_input_focus_reply_t> barrier{xcb_get_input_focus_reply(bare.connection->xcb(), cookie, nullptr)};
-    pump.takeAll();
+    pump_.takeAll();
     return std::exchange(requested_, {});
   }
 
   void take(const xcb_generic_event_t& event) {
     if ((event.response_type & 0x7F) != XCB_CLIENT_MESSAGE) return;
     const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-    if (message.type != manager->atoms()._NET_MOVERESIZE_WINDOW) return;
+    if (message.type != manager_->atoms()._NET_MOVERESIZE_WINDOW) return;
     const auto& data = message.data.data32;
     const PixelRect client = {static_cast<int>(data[1]), static_cast<int>(data[2]), static_cast<int>(data[3]), static_cast<int>(data[4])};
     requested_.push_back(visibleFrame(client, window.decoration, window.shadow));
   }
 
-  std::unique_ptr<Connection> manager = Connection::open(bare.server.display());
-  EventPump pump{*manager, [this](const xcb_generic_event_t& event) { take(event); }};
+  std::unique_ptr<Connection> manager_ = Connection::open(bare.server.display());
+  EventPump pump_{*manager_, [this](const xcb_generic_event_t& event) { take(event); }};
   std::vector<PixelRect> requested_;
 };
 
