@@ -13,6 +13,9 @@ using std::chrono::milliseconds;
 
 /// After a silence of this length a press has had all its effects; longer than a pass of any timer of the contestants.
 constexpr milliseconds silence{300};
+/// Presses wait up to so long besides, each for another time: at even intervals they would fall in step with whatever a window manager
+/// does by the clock, painting one in its panel for instance.
+constexpr milliseconds longestPause{300};
 /// Nothing that has not begun by then is an effect of the press.
 constexpr milliseconds longestReaction{2000};
 /// A window that has not stopped changing by then never will.
@@ -117,7 +120,13 @@ void Desk::pressUntilItWorks(const Chord& chord, Action action) {
   throw Failure("the keys have no effect");
 }
 
+void Desk::pause() {
+  const milliseconds length{std::uniform_int_distribution<int>(0, static_cast<int>(longestPause.count()))(pauses_)};
+  display_.waitUntil([] { return false; }, length);
+}
+
 std::optional<Sample> Desk::measure(const Chord& chord, Action action) {
+  pause();
   prepareToWatch();
   for (const auto key : chord.held) keyboard_.press(key);
   display_.clearEvents();

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -73,6 +74,8 @@ class Desk {
   bool isChange(const harness::WindowEvent& event, Action action);
   void releaseModifiers(const Chord& chord);
   void prepareToWatch();
+  /// Waits for a time that differs from one press to the next.
+  void pause();
 
   harness::Display& display_;
   harness::Session session_;
@@ -82,6 +85,8 @@ class Desk {
   /// The geometry of each window as the server tells it (false, in its parent) and as the window manager does (true, on the root).
   std::map<std::pair<xcb_window_t, bool>, harness::PixelRect> told_;
   int opened_ = 0;
+  /// The same pauses in each run.
+  std::minstd_rand pauses_;
 };
 
 }  // namespace tilora::latency

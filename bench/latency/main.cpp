@@ -133,9 +133,11 @@ std::string explained(const std::string& tables, const Options& options, const s
          "1600 x 900 pixels; made by `make bench-latency OUTPUT=docs/latency.md` on " +
          processor() + " with " + std::to_string(sysconf(_SC_NPROCESSORS_ONLN)) + " cores (load " + loadBefore + " at the beginning, " +
          load() + " at the end), in " + std::to_string(options.rounds) + " rounds of " + std::to_string(options.presses) +
-         "\npresses for each action. Rounds visit all programs in turn. The bare client sends, on the same keys, the requests that have to "
+         "\npresses for each action. Rounds visit all programs in turn; presses come at uneven intervals, out of step with every clock. "
+         "The "
+         "bare client\nsends, on the same keys, the requests that have to be sent and does nothing else: on that window manager nobody can "
          "be "
-         "sent and\ndoes nothing else: on that window manager nobody can be faster.\n\n"
+         "faster.\n\n"
          "- Move: the active window goes to the other half; the events are ConfigureNotify. A tiling window manager moves it to the other "
          "side "
          "of its\n  neighbour, which moves too, on a desktop with all four windows.\n"
