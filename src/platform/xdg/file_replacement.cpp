@@ -70,7 +70,7 @@ FileDescriptor openLocked(const fs::path& path, mode_t mode, std::error_code& er
     while (flock(file.number(), LOCK_EX) != 0 && errno == EINTR) {
     }
     const bool isInPlace = isTheFileAt(path, file.number(), error);
-    if (error) return FileDescriptor();
+    if (error) return {};
     if (isInPlace) return file;
   }
 }
