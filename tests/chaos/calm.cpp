@@ -20,7 +20,7 @@ constexpr int mostAttempts = 5;
 /// With what Tilora marks a window that it has hidden.
 constexpr const char* mark = "_TILORA_HIDDEN";
 /// How much more than after its first storm a life may hold.
-constexpr std::size_t mostGrowthInKilobytes = 12 * 1024;
+constexpr std::size_t mostGrowthInKilobytes = std::size_t{12} * 1024;
 constexpr std::size_t mostMoreDescriptors = 2;
 
 bool isListed(harness::Display& display, xcb_window_t window) {

@@ -12,8 +12,9 @@ class Chance {
  public:
   explicit Chance(std::uint64_t seed) : numbers_(seed) {}
 
-  /// A number of `least` to `most`, both included.
+  /// A number of `least` to `most`, both included; `least` when there is none.
   int between(int least, int most) {
+    if (most <= least) return least;
     return least + static_cast<int>(numbers_() % static_cast<std::uint64_t>(static_cast<std::int64_t>(most) - least + 1));
   }
   bool oneIn(int number) { return between(1, number) == 1; }

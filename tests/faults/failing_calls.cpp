@@ -94,6 +94,8 @@ bool fails(std::string_view call, int error, const void* caller, bool whoever = 
 
 #define TILORA_CALLER __builtin_return_address(0)
 
+// The parameters' names in the C library's headers are reserved for it, and a list of parameters takes no more parentheses.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name,bugprone-macro-parentheses)
 extern "C" {
 
 int open(const char* path, int flags, ...) {
@@ -177,3 +179,4 @@ TILORA_FAILING_CALL(pipe, EMFILE, (int* ends), (ends))
 TILORA_FAILING_CALL(poll, ENOMEM, (pollfd * entries, nfds_t count, int timeout), (entries, count, timeout))
 
 }  // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name,bugprone-macro-parentheses)

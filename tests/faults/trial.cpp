@@ -31,7 +31,7 @@ constexpr const char* earlierSettings =
 
 std::string contentOf(const std::filesystem::path& path) {
   std::ifstream stream(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(stream), {});
+  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 /// The places that a settings file holds; null when it cannot be decoded.
@@ -77,7 +77,7 @@ Outcome Trials::run(const harness::Environment& additions) {
     program.signal(SIGTERM);
     end = program.waitForEnd();
   }
-  if (!end) outcome.failures.push_back("it does not end");
+  if (!end) outcome.failures.emplace_back("it does not end");
   outcome.end = end.value_or(harness::ProcessEnd{});
   if (outcome.end.signal) outcome.failures.push_back("it ends by signal " + std::to_string(*outcome.end.signal) + ": " + program.output());
   program.terminate();
