@@ -9,33 +9,29 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <utility>
 
+#include "harness/wire_format.h"
+
 namespace tilora::faults {
 namespace {
+
+using harness::messageHead;
+using harness::numberAt;
+using harness::wireUnit;
 
 using Clock = std::chrono::steady_clock;
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::size_t unit = 4;
-constexpr std::size_t head = 32;
 constexpr std::uint8_t errorMessage = 0;
 constexpr std::uint8_t replyMessage = 1;
 constexpr std::uint8_t genericEvent = 35;
 constexpr std::uint8_t badAlloc = 11;
 
-template <class Number>
-std::size_t numberAt(const Bytes& bytes, std::size_t place) {
-  Number number = 0;
-  std::memcpy(&number, bytes.data() + place, sizeof(number));
-  return number;
-}
-
-std::size_t padded(std::size_t length) { return (length + unit - 1) / unit * unit; }
+std::size_t padded(std::size_t length) { return (length + wireUnit - 1) / wireUnit * wireUnit; }
 
 sockaddr_un addressOf(const std::string& path) {
   sockaddr_un address{};
@@ -139,7 +135,7 @@ class XProxy::Stream {
   int opcodeOf(const Bytes& answer) { return opcodes_[static_cast<std::uint16_t>(numberAt<std::uint16_t>(answer, 2))]; }
 
   Bytes errorInPlaceOf(const Bytes& reply) {
-    Bytes error(head, 0);
+    Bytes error(messageHead, 0);
     error[0] = errorMessage;
     error[1] = badAlloc;
     std::copy_n(reply.begin() + 2, 2, error.begin() + 2);
@@ -164,24 +160,22 @@ class XProxy::Stream {
       if (requests_.size() < setupHead) return 0;
       length = setupHead + padded(numberAt<std::uint16_t>(requests_, 6)) + padded(numberAt<std::uint16_t>(requests_, 8));
     } else {
-      if (requests_.size() < unit) return 0;
-      length = unit * numberAt<std::uint16_t>(requests_, 2);
-      if (length == 0 && requests_.size() < 2 * unit) return 0;
-      if (length == 0) length = unit * numberAt<std::uint32_t>(requests_, 4);
+      length = harness::requestLength(requests_);
+      if (length == 0) return 0;
     }
     return requests_.size() < length ? 0 : length;
   }
 
   std::size_t answerLength() const {
     constexpr std::size_t setupHead = 8;
-    std::size_t length = head;
+    std::size_t length = messageHead;
     if (!serverIsSetUp_) {
       if (answers_.size() < setupHead) return 0;
-      length = setupHead + unit * numberAt<std::uint16_t>(answers_, 6);
+      length = setupHead + wireUnit * numberAt<std::uint16_t>(answers_, 6);
     } else {
-      if (answers_.size() < head) return 0;
+      if (answers_.size() < messageHead) return 0;
       if (answers_.front() == replyMessage || (answers_.front() & 0x7fU) == genericEvent)
-        length += unit * numberAt<std::uint32_t>(answers_, 4);
+        length += wireUnit * numberAt<std::uint32_t>(answers_, 4);
     }
     return answers_.size() < length ? 0 : length;
   }

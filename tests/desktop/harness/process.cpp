@@ -100,7 +100,8 @@ bool waitReadable(int descriptor, std::chrono::milliseconds deadline) {
 }
 
 TemporaryDirectory::TemporaryDirectory() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "tilora-test-XXXXXX").string();
+  const std::string toBeReplaced(6, 'X');  // mkdtemp(3)
+  std::string pattern = (std::filesystem::temp_directory_path() / ("tilora-test-" + toBeReplaced)).string();
   if (::mkdtemp(pattern.data()) == nullptr) fail("mkdtemp");
   path_ = pattern;
 }

@@ -4,13 +4,14 @@
 #include <xcb/xcbext.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <numeric>
 #include <span>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
+
+#include "harness/wire_format.h"
 
 namespace tilora::harness {
 
@@ -23,21 +24,6 @@ struct FreeDeleter {
 constexpr std::uint8_t fromServer = 0;
 constexpr std::uint8_t fromClient = 1;
 constexpr std::uint8_t startOfData = 4;
-/// Replies and requests count their length in units of four bytes.
-constexpr std::size_t unit = 4;
-constexpr std::size_t replyHead = 32;
-
-template <class Number>
-std::size_t numberAt(std::span<const std::uint8_t> bytes, std::size_t place) {
-  Number number = 0;
-  if (place + sizeof(number) <= bytes.size()) std::memcpy(&number, bytes.data() + place, sizeof(number));
-  return number;
-}
-
-std::size_t requestLength(std::span<const std::uint8_t> bytes) {
-  const std::size_t units = numberAt<std::uint16_t>(bytes, 2);
-  return unit * (units != 0 ? units : numberAt<std::uint32_t>(bytes, 4));
-}
 
 /// The major opcode of GLX; 0 when the server has none.
 std::uint8_t glxOpcode(xcb_connection_t* connection) {
@@ -111,7 +97,7 @@ void WireTap::count(const xcb_record_enable_context_reply_t& told) {
                                       static_cast<std::size_t>(xcb_record_enable_context_data_length(&told)));
   while (!bytes.empty()) {
     const bool request = told.category == fromClient;
-    const std::size_t length = request ? requestLength(bytes) : replyHead + unit * numberAt<std::uint32_t>(bytes, 4);
+    const std::size_t length = request ? requestLength(bytes) : messageHead + wireUnit * numberAt<std::uint32_t>(bytes, 4);
     if (request) {
       ++traffic.requests.at(bytes.front());
     } else {
