@@ -142,6 +142,27 @@ TEST_P(EndingTest, WhatIsHiddenIsShownByTheNextWindowManagerWhenTiloraEndsWithou
   }
 }
 
+TEST_P(EndingTest, WhatIsHiddenIsShownByTheNextWindowManagerWhenOneDiesWhileTiloraEnds) {
+  const App& first = open("first");
+  const App& second = open("second");
+  startTilora();
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  windowManager->process().signal(SIGSTOP);
+  tilora->signal(SIGTERM);
+  // It is asking the manager to show the window.
+  ASSERT_TRUE(comesTrue([&] { return !isMarked(first.window); }));
+  windowManager->process().signal(SIGKILL);
+  ASSERT_TRUE(windowManager->process().waitForEnd());
+  windowManager.reset();
+  const auto end = tilora->waitForEnd();
+  ASSERT_TRUE(end);
+  EXPECT_EQ(end->status, 0);
+  startWindowManager();
+  EXPECT_TRUE(isShown(first.window));
+  EXPECT_TRUE(isShown(second.window));
+}
+
 TEST_P(EndingTest, ASecondCopyEndsAtOnceAndTheFirstOneGoesOn) {
   constexpr std::uint8_t configureWindow = 12;
   WireTap stacking(server.display(), configureWindow);

@@ -19,6 +19,8 @@ using Clock = std::chrono::steady_clock;
 
 /// A manager that does not do what it was asked for does not keep the program from ending.
 constexpr auto longestWait = std::chrono::milliseconds(250);
+/// As long as it has not shown the windows it may be about to go, and then nobody would.
+constexpr auto longestRestore = std::chrono::seconds(2);
 
 std::vector<ClientWindowRef> hiddenWindows(const ClientModel& model) {
   std::vector<ClientWindowRef> hidden;
@@ -59,6 +61,10 @@ class CleanEnd {
       state_.hides.restore(*window, traits_, time_);
     }
     for (const auto id : shown) requestRaise(connection_, id);
+    const auto areShown = [&] {
+      return std::ranges::none_of(windows, [](const ClientWindowRef& window) { return window->states.hidden; });
+    };
+    follow(areShown, longestRestore);
   }
 
   void restoreOn(std::uint32_t desktop, const std::vector<ClientWindowRef>& windows) {
@@ -91,6 +97,8 @@ class CleanEnd {
     follow([&] { return state_.model.facts().active == window->id; });
   }
 
+  bool isManagerGone() const { return state_.model.facts().windowManager == XCB_WINDOW_NONE; }
+
  private:
   bool isMapped(const ClientWindow& window) const {
     xcb_connection_t* xcb = connection_.xcb();
@@ -99,16 +107,16 @@ class CleanEnd {
     return reply && reply->map_state != XCB_MAP_STATE_UNMAPPED;
   }
 
-  /// Takes in events until `holds` answers true, for a moment at most.
+  /// Takes in events until `holds` answers true or nobody is left who could bring it about, for `longest` at most.
   template <class Predicate>
-  void follow(Predicate holds) {
+  void follow(Predicate holds, std::chrono::milliseconds longest = longestWait) {
     connection_.flush();
-    const auto deadline = Clock::now() + longestWait;
+    const auto deadline = Clock::now() + longest;
     while (true) {
       while (const auto event = state_.events.poll()) state_.model.handleEvent(*event);
       state_.model.refresh();
       const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
-      if (holds() || left.count() <= 0 || connection_.failed() || !state_.events.waitForInput(left)) return;
+      if (holds() || isManagerGone() || left.count() <= 0 || connection_.failed() || !state_.events.waitForInput(left)) return;
     }
   }
 
@@ -187,6 +195,10 @@ void showHiddenWindows(DesktopState& state) {
   end.comeBack(current);
   end.restoreHere(here);
   end.focus(focused, here.empty() ? nullptr : here.back());
+  // A manager that went meanwhile may have done nothing of it.
+  if (end.isManagerGone()) {
+    for (const auto& window : hidden) showUnmanaged(state.connection, window->id);
+  }
   synchronize(state.connection.xcb());
 }
 
