@@ -163,6 +163,24 @@ TEST_P(EndingTest, WhatIsHiddenIsShownByTheNextWindowManagerWhenOneDiesWhileTilo
   EXPECT_TRUE(isShown(second.window));
 }
 
+TEST_P(EndingTest, AHiddenWindowThatItsProgramWithdrewStaysWithdrawnWhenTiloraEndsWithoutAWindowManager) {
+  App& first = open("first");
+  const App& second = open("second");
+  startTilora();
+  EXPECT_TRUE(isTiled(second.window, Place::full));
+  EXPECT_TRUE(isHidden(first.window));
+  first.client.withdraw(first.window);
+  ASSERT_TRUE(comesTrue([&] { return display.clientList() == std::vector{second.window}; }));
+  windowManager->process().signal(SIGKILL);
+  ASSERT_TRUE(windowManager->process().waitForEnd());
+  windowManager.reset();
+  endTilora(SIGTERM);
+  startWindowManager();
+  EXPECT_TRUE(isShown(second.window));
+  // Fluxbox leaves a window that was withdrawn in IconicState, as if it were still in use.
+  EXPECT_EQ(display.viewable(first.window), runsOn({WindowManagerKind::fluxbox}));
+}
+
 TEST_P(EndingTest, ASecondCopyEndsAtOnceAndTheFirstOneGoesOn) {
   constexpr std::uint8_t configureWindow = 12;
   WireTap stacking(server.display(), configureWindow);

@@ -2,7 +2,6 @@
 #include "platform/x11/clean_end.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <map>
 #include <ranges>
@@ -11,6 +10,7 @@
 
 #include "platform/x11/property.h"
 #include "platform/x11/requests.h"
+#include "platform/x11/unmanaged_windows.h"
 
 namespace tilora::x11 {
 namespace {
@@ -46,6 +46,8 @@ std::vector<xcb_window_t> shownStack(DesktopState& state) {
   }
   return shown;
 }
+
+bool isManagerGone(const DesktopState& state) { return state.model.facts().windowManager == XCB_WINDOW_NONE; }
 
 class CleanEnd {
  public:
@@ -97,8 +99,6 @@ class CleanEnd {
     follow([&] { return state_.model.facts().active == window->id; });
   }
 
-  bool isManagerGone() const { return state_.model.facts().windowManager == XCB_WINDOW_NONE; }
-
  private:
   bool isMapped(const ClientWindow& window) const {
     xcb_connection_t* xcb = connection_.xcb();
@@ -116,7 +116,7 @@ class CleanEnd {
       while (const auto event = state_.events.poll()) state_.model.handleEvent(*event);
       state_.model.refresh();
       const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
-      if (holds() || isManagerGone() || left.count() <= 0 || connection_.failed() || !state_.events.waitForInput(left)) return;
+      if (holds() || isManagerGone(state_) || left.count() <= 0 || connection_.failed() || !state_.events.waitForInput(left)) return;
     }
   }
 
@@ -132,53 +132,10 @@ void synchronize(xcb_connection_t* xcb) {
   Reply<xcb_get_input_focus_reply_t>{xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr)};
 }
 
-/// The marked windows among the children of the root: without a manager every client is one.
-std::vector<xcb_window_t> markedWindows(Connection& connection) {
-  xcb_connection_t* xcb = connection.xcb();
-  const Reply<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(xcb, xcb_query_tree(xcb, connection.root()), nullptr)};
-  if (!tree) return {};
-  std::vector<std::pair<xcb_window_t, xcb_get_property_cookie_t>> questions;
-  for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
-    const xcb_window_t window = xcb_query_tree_children(tree.get())[index];
-    questions.emplace_back(window, xcb_get_property(xcb, 0, window, connection.atoms()._TILORA_HIDDEN, XCB_ATOM_CARDINAL, 0, 1));
-  }
-  std::vector<xcb_window_t> marked;
-  for (const auto& [window, cookie] : questions) {
-    const Property mark{Reply<xcb_get_property_reply_t>{xcb_get_property_reply(xcb, cookie, nullptr)}};
-    if (mark.isPresent()) marked.push_back(window);
-  }
-  return marked;
-}
-
-/// Leaves a window that nobody manages as a manager leaves one in use: mapped, in NormalState (ICCCM 4.1.3.1), without
-/// _NET_WM_STATE_HIDDEN.
-void showUnmanaged(Connection& connection, xcb_window_t window) {
-  xcb_connection_t* xcb = connection.xcb();
-  const Atoms& atoms = connection.atoms();
-  constexpr std::uint32_t longest = 64;
-  const auto cookie = xcb_get_property(xcb, 0, window, atoms._NET_WM_STATE, XCB_ATOM_ATOM, 0, longest);
-  const Property property{Reply<xcb_get_property_reply_t>{xcb_get_property_reply(xcb, cookie, nullptr)}};
-  auto states = property.items(XCB_ATOM_ATOM);
-  if (std::erase(states, atoms._NET_WM_STATE_HIDDEN) > 0) {
-    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, atoms._NET_WM_STATE, XCB_ATOM_ATOM, 32,
-                        static_cast<std::uint32_t>(states.size()), states.data());
-  }
-  constexpr std::array<std::uint32_t, 2> normalStateWithoutIcon = {1, XCB_WINDOW_NONE};
-  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, atoms.WM_STATE, atoms.WM_STATE, 32, normalStateWithoutIcon.size(),
-                      normalStateWithoutIcon.data());
-  xcb_delete_property(xcb, window, atoms._TILORA_HIDDEN);
-  xcb_map_window(xcb, window);
-}
-
-}  // namespace
-
-void showHiddenWindows(DesktopState& state) {
-  if (state.model.facts().windowManager == XCB_WINDOW_NONE) {
-    for (const auto window : markedWindows(state.connection)) showUnmanaged(state.connection, window);
-    return synchronize(state.connection.xcb());
-  }
+/// Asks the manager for every hidden window that it lists; answers these.
+std::vector<ClientWindowRef> askManager(DesktopState& state) {
   const auto hidden = hiddenWindows(state.model);
-  if (hidden.empty()) return;
+  if (hidden.empty()) return hidden;
   const auto focused = state.activeWindow();
   const std::uint32_t current = state.model.facts().currentDesktop;
   std::vector<ClientWindowRef> here;
@@ -195,10 +152,29 @@ void showHiddenWindows(DesktopState& state) {
   end.comeBack(current);
   end.restoreHere(here);
   end.focus(focused, here.empty() ? nullptr : here.back());
-  // A manager that went meanwhile may have done nothing of it.
-  if (end.isManagerGone()) {
-    for (const auto& window : hidden) showUnmanaged(state.connection, window->id);
+  return hidden;
+}
+
+}  // namespace
+
+void showHiddenWindows(DesktopState& state) {
+  std::vector<ClientWindowRef> asked;
+  if (!isManagerGone(state)) asked = askManager(state);
+  synchronize(state.connection.xcb());
+  // A manager that ends takes the windows off its list first: what still has a mark now it was not asked for.
+  auto left = markedWindows(state.connection);
+  while (const auto event = state.events.poll()) state.model.handleEvent(*event);
+  state.model.refresh();
+  const bool isGone = isManagerGone(state);
+  if (isGone) {
+    // Nor will it do what it was asked for.
+    for (const auto& window : asked) left.push_back(window->id);
   }
+  if (left.empty()) return;
+  const bool nobodyIsLeft = awaitManagersEnd(state.connection);
+  // One that is still there has its reasons not to list a window.
+  if (!isGone && !nobodyIsLeft) return;
+  for (const auto window : left) showUnmanaged(state.connection, window);
   synchronize(state.connection.xcb());
 }
 

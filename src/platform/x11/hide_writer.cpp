@@ -82,7 +82,7 @@ bool HideWriter::settle(ClientWindow& window) {
     window.iconRequest = IconRequest::none;
     window.restoreAttempts = 0;
   }
-  if (window.iconRequest == IconRequest::iconify || !window.storedMarks.any()) return false;
+  if (window.iconRequest == IconRequest::iconify || window.refusesHiding || !window.storedMarks.any()) return false;
   window.marks = {};
   storeMarks(window);
   return true;
@@ -95,8 +95,8 @@ bool HideWriter::expire(ClientWindow& window, Clock::time_point now) {
     window.iconRequest = IconRequest::none;
     if (window.states.hidden) return false;
     window.refusesHiding = true;
+    // The stored mark stays: a manager that only takes its time may hide the window when this program is no longer there to see it.
     window.marks = {};
-    storeMarks(window);
     return true;
   }
   window.iconRequest = IconRequest::none;
