@@ -15,7 +15,7 @@ SOURCES = $(shell git ls-files --cached --others --exclude-standard -- '*.h' '*.
 # The day of the newest release: what is packed is dated by it, so that the same sources make the same package.
 RELEASE_DAY = sed -n 's/^\#\# [0-9.]* (\(.*\))$$/\1/p' CHANGELOG.md | head -n 1
 
-.PHONY: all run test package dist check-package test-desktops sanitize check-macos check-macos-whole check-macos-faults fuzz bench bench-pass bench-latency
+.PHONY: all run test package dist check-package test-desktops sanitize check-macos check-macos-whole check-macos-faults fuzz bench bench-document bench-engine bench-pass bench-latency
 .PHONY: check-model check-instructions record-instructions release-check format check-format tidy clean
 
 ## Builds everything.
@@ -126,8 +126,26 @@ check-model:
 	@cmake --build --preset $(PRESET) --target model_test
 	@TILORA_MODEL_DESKTOPS=$(MODEL_DESKTOPS) $(BUILD)/tests/model/model_test
 
-## Builds and runs the benchmarks.
+## Tilora side by side with other programs: keys, processor time, memory, start. Writes docs/comparison.md with its data and plots; takes three
+## quarters of an hour. BENCH_OPTIONS="--rounds 1 --presses 4 --idle 10 --starts 1 --windows 4,100" makes it short.
+BENCH_DATA ?= docs/data/comparison.csv
+BENCH_OPTIONS ?=
 bench:
+	@$(INSTALL) build bench
+	@cmake --preset bench
+	@cmake --build --preset bench --target tilora-comparison tilora-figures
+	@build/bench/bin/tilora-comparison --data $(BENCH_DATA) $(BENCH_OPTIONS) || echo "Not everything could be measured; the document says what."
+	@build/bench/bin/tilora-figures $(BENCH_DATA) docs/comparison.md docs/pictures/comparison
+
+## The document and the plots of "make bench", made again of its data.
+bench-document:
+	@$(INSTALL) build bench
+	@cmake --preset bench
+	@cmake --build --preset bench --target tilora-figures
+	@build/bench/bin/tilora-figures $(BENCH_DATA) docs/comparison.md docs/pictures/comparison
+
+## The engine, Tilora on a desktop left alone, and its windows.
+bench-engine:
 	@$(INSTALL) build bench
 	@cmake --preset bench
 	@cmake --build --preset bench
@@ -156,12 +174,13 @@ record-instructions:
 	@cmake --build --preset bench --target pass_instructions
 	@bench/instructions.sh build/bench --record
 
-## Measures how long a key press takes to show, side by side with other programs. OUTPUT=FILE writes the tables to a file as well.
+## Only how long a key press takes to show, with four windows, in a few minutes. The document goes to out/.
 bench-latency:
 	@$(INSTALL) build bench
 	@cmake --preset bench
-	@cmake --build --preset bench --target tilora-latency
-	@build/bench/bin/tilora-latency $(if $(OUTPUT),--output $(OUTPUT))
+	@cmake --build --preset bench --target tilora-comparison tilora-figures
+	@build/bench/bin/tilora-comparison --data out/latency.csv --part latency --windows 4 $(BENCH_OPTIONS)
+	@build/bench/bin/tilora-figures out/latency.csv out/latency.md out/latency
 
 ## What a release has to pass besides .ci/run, since it takes hours or root's rights.
 release-check:

@@ -3,8 +3,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <list>
 #include <stdexcept>
 #include <string>
@@ -15,46 +13,19 @@
 #include "harness/test_client.h"
 #include "harness/window_manager.h"
 #include "harness/wire_tap.h"
+#include "usage.h"
 
 namespace {
 
 using namespace tilora::harness;
 using std::chrono::seconds;
+using tilora::bench::memoryOf;
+using tilora::bench::Usage;
+using tilora::bench::usageOf;
 
 constexpr int applications = 10;
 constexpr int windowsEach = 5;
 constexpr int queryPointer = 38;
-
-/// What the system has noted about a process since it started.
-struct Usage {
-  /// Of all its threads, in nanoseconds.
-  double processorTime = 0;
-  /// How often a thread of it stopped to wait, so that something had to wake it.
-  long waits = 0;
-};
-
-Usage usageOf(pid_t process) {
-  Usage usage;
-  for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task")) {
-    double time = 0;
-    std::ifstream(thread.path() / "schedstat") >> time;
-    usage.processorTime += time;
-    std::ifstream status(thread.path() / "status");
-    for (std::string word; status >> word;) {
-      if (word == "voluntary_ctxt_switches:" && status >> word) usage.waits += std::stol(word);
-    }
-  }
-  return usage;
-}
-
-/// A figure of the process's memory in kB: "Rss:" is all of it, "Pss:" counts pages that others use too only in part.
-long memoryOf(pid_t process, const std::string& figure) {
-  std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
-  for (std::string word; file >> word;) {
-    if (word == figure && file >> word) return std::stol(word);
-  }
-  return 0;
-}
 
 /// The desktop that is measured. Every part ends with it.
 struct CrowdedDesktop {

@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -17,23 +16,16 @@
 #include "harness/server.h"
 #include "harness/session.h"
 #include "harness/window_manager.h"
+#include "usage.h"
 
 namespace {
 
 using namespace tilora::harness;
+using tilora::bench::memoryOf;
 using namespace std::chrono_literals;
 using std::chrono_literals::operator""us;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
-
-/// A figure of the process's memory in kB: "Pss:" counts pages that others use too only in part.
-long memoryOf(pid_t process, const std::string& figure) {
-  std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
-  for (std::string word; file >> word;) {
-    if (word == figure && file >> word) return std::stol(word);
-  }
-  throw std::runtime_error("the system does not tell the memory of a process");
-}
 
 class Bench {
  public:

@@ -1,24 +1,24 @@
 // Tilora itself, driven as its user drives it.
-#include <algorithm>
 #include <csignal>
 #include <fstream>
 
 #include "contestants.h"
 #include "scene.h"
 
-namespace tilora::latency {
+namespace tilora::bench {
 namespace {
 
 class Tilora : public Contestant {
  public:
-  Tilora(Desk& desk, const std::filesystem::path& program) : desk_(desk) {
-    while (desk_.windows().size() < 4) desk_.open();
+  Tilora(Desk& desk, const std::filesystem::path& program, bool share) : desk_(desk) {
+    desk_.openCrowd();
     desk_.session().home().write("config/tilora/consent.json", R"({"Tilora.Consent":{"type":"bool","value":true}})");
     desk_.session().resetSettings();
     activate(0);
     desk_.expectFree(tiloraKeys);
-    process_ = desk_.session().start({program.string()}, {{"LD_PRELOAD", (program.parent_path() / "tilora-key-share.so").string()},
-                                                          {"KEY_SHARE_FILE", shares_.string()}});
+    const harness::Environment module = {{"LD_PRELOAD", (program.parent_path() / "tilora-key-share.so").string()},
+                                         {"KEY_SHARE_FILE", shares_.string()}};
+    process_ = desk_.start({program.string()}, share ? module : harness::Environment{});
     expectShown({0});
   }
 
@@ -26,7 +26,7 @@ class Tilora : public Contestant {
   Tilora& operator=(const Tilora&) = delete;
   ~Tilora() override {
     process_->signal(SIGTERM);
-    process_->waitForEnd();
+    process_->waitForEnd(std::chrono::seconds(30));
   }
 
   Turns prepare(Action action) override {
@@ -67,6 +67,8 @@ class Tilora : public Contestant {
     return shares;
   }
 
+  std::vector<pid_t> processes() const override { return {process_->pid()}; }
+
  private:
   xcb_window_t window(std::size_t index) const { return desk_.windows()[index]; }
 
@@ -77,13 +79,9 @@ class Tilora : public Contestant {
   }
 
   void expectShown(const std::vector<std::size_t>& shown) {
-    desk_.expect("the right windows are shown", [&] {
-      for (std::size_t i = 0; i < desk_.windows().size(); ++i) {
-        const bool wanted = std::find(shown.begin(), shown.end(), i) != shown.end();
-        if (desk_.display().iconic(window(i)) == wanted) return false;
-      }
-      return true;
-    });
+    std::vector<xcb_window_t> windows;
+    for (const std::size_t index : shown) windows.push_back(window(index));
+    desk_.expectShown(windows);
   }
 
   /// Activates a window, as a taskbar does, presses a key in it, and waits for who is shown then.
@@ -102,8 +100,8 @@ class Tilora : public Contestant {
 
 }  // namespace
 
-std::unique_ptr<Contestant> startTilora(Desk& desk, const std::filesystem::path& program) {
-  return std::make_unique<Tilora>(desk, program);
+std::unique_ptr<Contestant> startTilora(Desk& desk, const std::filesystem::path& program, bool share) {
+  return std::make_unique<Tilora>(desk, program, share);
 }
 
-}  // namespace tilora::latency
+}  // namespace tilora::bench

@@ -5,14 +5,12 @@
 #include "platform/x11/window_manager_traits.h"
 #include "scene.h"
 
-namespace tilora::latency {
+namespace tilora::bench {
 namespace {
 
 class Floor : public Contestant {
  public:
-  Floor(Desk& desk, std::filesystem::path program) : desk_(desk), program_(std::move(program)) {
-    while (desk_.windows().size() < 4) desk_.open();
-  }
+  Floor(Desk& desk, std::filesystem::path program) : desk_(desk), program_(std::move(program)) { desk_.openCrowd(); }
 
   Turns prepare(Action action) override {
     process_.reset();
@@ -52,6 +50,8 @@ class Floor : public Contestant {
     return turns;
   }
 
+  std::vector<pid_t> processes() const override { return {process_->pid()}; }
+
  private:
   static std::string request(const Chord& chord, const std::string& kind, xcb_window_t window) {
     return std::to_string(static_cast<int>(chord.key)) + " " + kind + " " + std::to_string(window);
@@ -88,8 +88,8 @@ class Floor : public Contestant {
       } else {
         display.minimise(window);
       }
-      desk_.expect("a window is shown or hidden", [&] { return display.iconic(window) != isShown; });
     }
+    desk_.expectShown(shown);
     display.activate(shown.front());
     desk_.expect("a window is active", [&] { return display.activeWindow() == shown.front(); });
   }
@@ -98,7 +98,7 @@ class Floor : public Contestant {
     desk_.expectFree(tiloraKeys);
     std::vector<std::string> arguments = {program_.string()};
     add(arguments, plan);
-    process_ = desk_.session().start(arguments);
+    process_ = desk_.start(arguments);
   }
 
   Desk& desk_;
@@ -110,4 +110,4 @@ class Floor : public Contestant {
 
 std::unique_ptr<Contestant> startFloor(Desk& desk, const std::filesystem::path& program) { return std::make_unique<Floor>(desk, program); }
 
-}  // namespace tilora::latency
+}  // namespace tilora::bench

@@ -3,7 +3,7 @@
 
 #include "desk.h"
 
-namespace tilora::latency {
+namespace tilora::bench {
 
 inline Chord tiloraKey(harness::Key key) { return {{harness::Key::leftAlt, harness::Key::leftShift}, key}; }
 
@@ -29,4 +29,4 @@ inline Places placesOn(const harness::PixelRect& visible) {
   return {{x, y, half, height}, {x + half + padding, y, half, height}, {x, y, visible.width - 2 * padding, height}};
 }
 
-}  // namespace tilora::latency
+}  // namespace tilora::bench
