@@ -14,10 +14,14 @@ namespace {
 /// The start of one program over a crowd, each time on a server and in a session that have seen nothing before.
 class Start {
  public:
-  Start(const std::string& program, int crowd) : program_(program) {
+  Start(std::string program, int crowd) : program_(std::move(program)) {
     desk_.setCrowd(static_cast<std::size_t>(crowd));
     if (!isTiler()) host_.emplace(harness::WindowManagerKind::openbox, desk_.session(), display_);
     desk_.openCrowd();
+    // As a window manager before it would have left them: bspwm takes no others.
+    if (isTiler()) {
+      for (const xcb_window_t window : desk_.windows()) display_.setCardinals(window, "_NET_WM_DESKTOP", "CARDINAL", {0});
+    }
     if (host_) {
       display_.activate(desk_.windows().front());
       desk_.expect("a window is active", [&] { return display_.activeWindow() == desk_.windows().front(); });

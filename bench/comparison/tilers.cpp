@@ -175,7 +175,7 @@ void completeHerbstluftwm(Desk& desk) {
     say("add " + number);
     say("use " + number);
     say("set_layout horizontal");
-    say("keybind Mod1-" + number + " use " + number);
+    say(std::string("keybind Mod1-").append(number).append(" use ").append(number));
   }
   say("keybind Mod1-Shift-bracketleft shift left");
   say("keybind Mod1-Shift-bracketright shift right");

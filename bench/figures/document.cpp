@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <set>
 #include <sstream>
 
@@ -69,6 +70,30 @@ std::string sentence(const std::string& start, const std::string& ranking) {
   return ranking.empty() ? "" : "- " + start + ": " + ranking + ".\n";
 }
 
+std::optional<double> medianOf(const Record& record, const std::string& program, int windows, const std::string& measure) {
+  const std::vector<double> values = record.values(program, windows, measure);
+  if (values.empty()) return std::nullopt;
+  return quantile(values, median);
+}
+
+/// How often a minute a key has to be pressed until a script costs more processor time than Tilora does.
+std::string breakEven(const Record& record, int windows) {
+  constexpr double millisecondsOfMinuteInPerCent = 600;
+  const std::string tilora = tiloraOn(firstHost);
+  const auto idle = medianOf(record, tilora, windows, measure::idle);
+  const auto own = medianOf(record, tilora, windows, measure::pressCost);
+  std::ostringstream text;
+  for (const std::string& script : scripts) {
+    const auto scriptIdle = medianOf(record, script, windows, measure::idle);
+    const auto cost = medianOf(record, script, windows, measure::pressCost);
+    if (!idle || !own || !scriptIdle || !cost || *cost <= *own) continue;
+    const double presses = std::max(0.0, (*idle - *scriptIdle) * millisecondsOfMinuteInPerCent / (*cost - *own));
+    text << "- With " << windows << " windows, Tilora takes less processor time than the " << script << " from " << number(presses, 1)
+         << " key presses a minute on, and more below that.\n";
+  }
+  return text.str();
+}
+
 std::string findings(const Record& record) {
   if (record.crowds().empty()) return {};
   const int few = record.crowds().front();
@@ -86,12 +111,16 @@ std::string findings(const Record& record) {
   text += sentence("Of the same, per cent of a core while nothing happens" + with, ranked(record, onTop(), many, measure::idle, 3));
   text +=
       sentence("Of the same, milliseconds of processor time for a key press" + with, ranked(record, onTop(), many, measure::pressCost, 2));
+  for (const int windows : std::set<int>{few, many}) text += breakEven(record, windows);
   return text + "\n";
 }
 
 std::string picture(const Record& record, const std::string& folder, const std::string& name) {
   for (const Plot& plot : plots(record)) {
-    if (plot.name == name) return "![" + plot.caption + "](" + folder + "/" + name + ")\n\n";
+    if (plot.name != name) continue;
+    std::ostringstream text;
+    text << "![" << plot.caption << "](" << folder << "/" << name << ")\n\n";
+    return text.str();
   }
   return {};
 }
@@ -129,19 +158,17 @@ std::string pairTable(const Record& record, const std::string& action) {
 }
 
 std::string missedPresses(const Record& record) {
-  std::string text;
+  std::ostringstream text;
   for (const std::string& program : contestants()) {
     for (const int windows : record.crowds()) {
       for (const std::string& action : {measure::move, measure::exchange, measure::restore}) {
-        double count = 0;
-        for (const double value : record.values(program, windows, action + measure::missed)) count += value;
-        if (count > 0)
-          text += "- " + program + ", " + std::to_string(windows) + " windows, " + action + ": " + number(count, 0) +
-                  " presses without effect.\n";
+        const std::vector<double> counts = record.values(program, windows, action + measure::missed);
+        const double sum = std::accumulate(counts.begin(), counts.end(), 0.0);
+        if (sum > 0) text << "- " << program << ", " << windows << " windows, " << action << ": " << sum << " presses without effect.\n";
       }
     }
   }
-  return text;
+  return text.str();
 }
 
 /// What has failed, each reason once for a program and a number of windows.
@@ -151,23 +178,24 @@ std::string failures(const Record& record) {
     if (!entry.failure.empty())
       all[{entry.program, entry.windows}][entry.failure].push_back(entry.measure + " (" + std::to_string(entry.round) + ")");
   }
-  std::string text;
+  std::ostringstream text;
   for (const auto& [where, reasons] : all) {
     for (const auto& [reason, measures] : reasons) {
-      text += "- " + where.first + ", " + std::to_string(where.second) + " windows: " + reason + ". Without: " + joined(measures) + ".\n";
+      text << "- " << where.first << ", " << where.second << " windows: " << reason << ". Without: " << joined(measures) << ".\n";
     }
   }
-  return text;
+  return text.str();
 }
 
 std::string facts(const Record& record) {
-  std::string text;
+  std::ostringstream text;
   for (const std::string name : {"processor", "system", "versions", "settings", "begun", "ended"}) {
     for (const auto& [fact, value] : record.facts) {
-      if (fact == name) text += "- " + name + ": " + value + "\n";
+      if (fact == name) text << "- " << name << ": " << value << "\n";
     }
   }
-  return text + "\n";
+  text << "\n";
+  return text.str();
 }
 
 constexpr const char* introduction =
@@ -240,8 +268,8 @@ std::string document(const Record& record, const std::string& pictures, const st
   const auto table = [&](const std::vector<std::string>& programs, const std::string& measure, int digits) {
     return markdown(byCrowd(record, programs, measure, digits));
   };
-  std::vector<std::string> tilorasEverywhere;
-  for (const std::string& host : hosts) tilorasEverywhere.push_back(tiloraOn(host));
+  std::vector<std::string> tilorasEverywhere(hosts.size());
+  std::transform(hosts.begin(), hosts.end(), tilorasEverywhere.begin(), tiloraOn);
   Record megabytes = record;
   for (Entry& entry : megabytes.entries) {
     if (entry.measure != measure::resident && entry.measure != measure::proportional) continue;

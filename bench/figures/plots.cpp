@@ -75,12 +75,9 @@ std::string logarithmicAxis(const Record& record, const Lines& lines) {
   std::ostringstream text;
   constexpr double margin = 1.3;
   text << "set logscale y\nset yrange [" << lowest / margin << ":" << highest * margin << "]\nset mytics 1\nset ytics (";
-  constexpr double lastMark = 100000;
   bool isFirst = true;
-  for (double decade = 0.01; decade < lastMark; decade *= 10) {
-    for (const int step : {1, 2, 5}) {
-      text << (std::exchange(isFirst, false) ? "" : ", ") << decade * step;
-    }
+  for (const double decade : {0.01, 0.1, 1.0, 10.0, 100.0, 1000.0, 10000.0}) {
+    for (const int step : {1, 2, 5}) text << (std::exchange(isFirst, false) ? "" : ", ") << decade * step;
   }
   text << ")\n";
   return text.str();

@@ -27,6 +27,15 @@ TEST(DocumentTest, TheFastestComesFirst) {
               HasSubstr("Milliseconds to the last change of a move with 4 windows: dwm 1.00, Tilora on openbox 2.00 and i3 3.00."));
 }
 
+TEST(DocumentTest, AScriptIsWeighedByHowOftenItsKeyIsPressed) {
+  const auto entry = [](const std::string& program, const std::string& measure, double value) {
+    return Entry{1, program, 4, measure, {value}, {}};
+  };
+  EXPECT_THAT(documentOf({entry("Tilora on openbox", "idle", 0.1), entry("Tilora on openbox", "press cost", 2),
+                          entry("wmctrl script", "idle", 0), entry("wmctrl script", "press cost", 12)}),
+              HasSubstr("Tilora takes less processor time than the wmctrl script from 6.0 key presses a minute on, and more below that."));
+}
+
 TEST(DocumentTest, WhatFailedIsNamedWithItsReason) {
   const std::string text = documentOf({moved("i3", 3), {2, "dwm", 4, "move last", {}, "the keys have no effect"}});
   EXPECT_THAT(text, HasSubstr("- dwm, 4 windows: the keys have no effect. Without: move last (2).\n"));
