@@ -79,8 +79,8 @@ void measureUsage(seconds time) {
   const ManagedProcess tilora = desktop.startTilora();
   desktop.leaveAlone(seconds(3));
   struct Measured {
-    const char* name;
-    pid_t process;
+    const char* name = nullptr;
+    pid_t process = -1;
     Usage before;
   };
   std::array<Measured, 3> all = {{{"Tilora", tilora.pid(), {}},

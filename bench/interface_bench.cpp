@@ -23,7 +23,6 @@ namespace {
 using namespace tilora::harness;
 using tilora::bench::memoryOf;
 using namespace std::chrono_literals;
-using std::chrono_literals::operator""us;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 

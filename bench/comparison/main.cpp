@@ -73,9 +73,9 @@ int measureAll(const Options& options) {
   }
   run.note("begun", nowAndLoad());
   run.note("columns", headLine());
+  if (run.wantsPart("latency")) measureLatency(run);
   if (run.wantsPart("time")) measureProcessorTime(run);
   if (run.wantsPart("start")) measureStarts(run);
-  if (run.wantsPart("latency")) measureLatency(run);
   run.note("ended", nowAndLoad());
   return run.failed() ? 1 : 0;
 }

@@ -15,13 +15,13 @@ namespace tilora::bench {
 struct Options {
   int rounds = 2;
   /// Key presses for each action, program, number of windows and round.
-  int presses = 10;
+  int presses = 8;
   /// How long nothing is done while processor time is taken.
   int idleSeconds = 60;
-  int starts = 4;
+  int starts = 3;
   std::vector<int> crowds = {4, 20, 100, 500};
   /// After this no measurement is begun any more.
-  int minutes = 50;
+  int minutes = 55;
   /// Names of programs; empty: all of them.
   std::vector<std::string> only;
   /// "time", "start", "latency"; empty: all of them.

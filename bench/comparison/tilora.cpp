@@ -1,4 +1,5 @@
 // Tilora itself, driven as its user drives it.
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 
@@ -79,8 +80,8 @@ class Tilora : public Contestant {
   }
 
   void expectShown(const std::vector<std::size_t>& shown) {
-    std::vector<xcb_window_t> windows;
-    for (const std::size_t index : shown) windows.push_back(window(index));
+    std::vector<xcb_window_t> windows(shown.size());
+    std::transform(shown.begin(), shown.end(), windows.begin(), [this](std::size_t index) { return window(index); });
     desk_.expectShown(windows);
   }
 

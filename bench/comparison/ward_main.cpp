@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -24,9 +25,9 @@ long long nanoseconds(const timeval& time) { return (time.tv_sec * 1000000LL + t
 void writeSum(int file) {
   rusage usage{};
   getrusage(RUSAGE_CHILDREN, &usage);
-  char text[32] = {};
-  const int length = std::snprintf(text, sizeof text, "%20lld\n", nanoseconds(usage.ru_utime) + nanoseconds(usage.ru_stime));
-  if (pwrite(file, text, static_cast<std::size_t>(length), 0) != length) std::perror("ward");
+  std::array<char, 32> text{};
+  const int length = std::snprintf(text.data(), text.size(), "%20lld\n", nanoseconds(usage.ru_utime) + nanoseconds(usage.ru_stime));
+  if (pwrite(file, text.data(), static_cast<std::size_t>(length), 0) != length) std::perror("ward");
 }
 
 }  // namespace
