@@ -14,9 +14,8 @@ namespace tilora::chaos {
 
 class Calm {
  public:
-  /// All must outlive it. `measuresMemory`: whether the program's memory has a bound, which it has not under a sanitizer.
-  Calm(Desk& desk, Population& population, Counts& counts, bool measuresMemory)
-      : desk_(desk), population_(population), counts_(counts), measuresMemory_(measuresMemory) {}
+  /// All must outlive it.
+  Calm(Desk& desk, Population& population, Counts& counts) : desk_(desk), population_(population), counts_(counts) {}
 
   /// Lets go of everything, starts what does not run, and notes what is not as it has to be. `endsTilora`: once more after a clean end
   /// of Tilora.
@@ -25,13 +24,19 @@ class Calm {
  private:
   void letGo();
   void cureLies();
+  void reviveWindowManager();
+  void waitForAPass();
   void expectWorkGoesOn();
+  /// Opens a window and activates it; nothing when it is not managed, listed and active then.
+  std::optional<xcb_window_t> openKeeper(const std::string& name);
   bool opensAndTiles(const std::string& name);
   void closeKeepers();
   void settleClosed();
   void mapDropped();
   void expectAllCanBeBroughtBack(const std::string& when);
   bool comesBack(const Population::Reference& reference);
+  bool comesBackWithAManagerThatWorks(const Population::Reference& reference);
+  bool isForgottenByItsManager(const Population::Reference& reference);
   std::string describe(const Population::Reference& reference);
   void expectCleanEnd();
   void expectSettingsAreWhole();
@@ -40,7 +45,6 @@ class Calm {
   Desk& desk_;
   Population& population_;
   Counts& counts_;
-  bool measuresMemory_;
   /// The places given in the calm, which the settings have to hold from then on.
   std::map<std::string, std::string> placements_;
   int keepers_ = 0;

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <random>
-#include <string>
 
 namespace tilora::chaos {
 
@@ -22,12 +21,6 @@ class Chance {
   template <class Container>
   auto& pick(Container& from) {
     return from[static_cast<std::size_t>(between(0, static_cast<int>(from.size()) - 1))];
-  }
-  /// So many bytes of any value, zeros included.
-  std::string bytes(std::size_t count) {
-    std::string text(count, '\0');
-    for (char& byte : text) byte = static_cast<char>(numbers_());
-    return text;
   }
 
  private:

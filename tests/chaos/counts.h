@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -10,10 +11,13 @@ namespace tilora::chaos {
 
 struct Counts {
   int storms = 0;
+  /// By the name of the window manager that they began on.
+  std::map<std::string, int> stormsByManager = {};
   int actions = 0;
   int windowsOpened = 0;
   int windowsActivated = 0;
-  int lies = 0;
+  /// By what windows lied about.
+  std::map<std::string, int> lies = {};
   int propertyChanges = 0;
   int shortcuts = 0;
   int drags = 0;
@@ -29,9 +33,13 @@ struct Counts {
   int dropped = 0;
   /// Windows on the screen that the window manager does not list.
   int unmanaged = 0;
+  /// Windows that their manager lists or ought to list, and does not bring back whether Tilora runs or not, until it is started anew.
+  int forgotten = 0;
   int tiloraKilled = 0;
   int tiloraEnded = 0;
   int hiddenShownAtEnd = 0;
+  /// What the X server has sent to Tilora's own connection, by kind.
+  std::map<std::string, int> xErrors = {};
   int placementsKept = 0;
   /// The most that the program held after a storm.
   std::size_t mostKilobytes = 0;
@@ -45,21 +53,30 @@ struct Counts {
   bool isGood() const { return lost == 0 && faults.empty(); }
 };
 
+/// "openbox 4, jwm 3"; "none" of nothing.
+inline std::string listed(const std::map<std::string, int>& numbers) {
+  std::string text;
+  for (const auto& [name, number] : numbers) text += (text.empty() ? "" : ", ") + name + " " + std::to_string(number);
+  return text.empty() ? "none" : text;
+}
+
+/// A dozen and a half of lines, however long the run was.
 inline std::ostream& operator<<(std::ostream& stream, const Counts& counts) {
-  return stream << "storms: " << counts.storms << "\nactions: " << counts.actions << "\nwindows opened: " << counts.windowsOpened
-                << "\nwindows brought back by activation: " << counts.windowsActivated << "\nlies told by windows: " << counts.lies
-                << "\nproperty changes in floods: " << counts.propertyChanges << "\nshortcuts pressed: " << counts.shortcuts
-                << "\ndrags: " << counts.drags << "\napplications frozen: " << counts.clientsFrozen
-                << "\napplications killed: " << counts.clientsKilled << "\nmonitors plugged or unplugged: " << counts.monitorChanges
-                << "\nwindow managers replaced: " << counts.managersReplaced << "\nwindow managers killed: " << counts.managersKilled
-                << "\nwindow managers that failed by themselves: " << counts.managersFailed
-                << "\nwindows dropped by window managers that went: " << counts.dropped
-                << "\nwindows shown by their manager without being listed: " << counts.unmanaged
-                << "\nkills of Tilora: " << counts.tiloraKilled << "\nclean ends of Tilora: " << counts.tiloraEnded
-                << "\nhidden windows shown at a clean end: " << counts.hiddenShownAtEnd
-                << "\nplacements found in the settings: " << counts.placementsKept << "\nmost memory: " << counts.mostKilobytes
-                << " kB\nmost descriptors: " << counts.mostDescriptors << "\nfaults: " << counts.faults.size() << "\nlost: " << counts.lost
-                << "\n";
+  stream << "storms: " << counts.storms << " of " << counts.actions << " actions; begun on " << listed(counts.stormsByManager)
+         << "\nwindows opened: " << counts.windowsOpened << ", brought back by activation: " << counts.windowsActivated
+         << "\nlies: " << listed(counts.lies) << "\nproperty changes in floods of 10,000 in a second: " << counts.propertyChanges
+         << "\nshortcuts pressed: " << counts.shortcuts << ", drags: " << counts.drags << "\napplications frozen: " << counts.clientsFrozen
+         << ", killed: " << counts.clientsKilled << "\nmonitors plugged or unplugged: " << counts.monitorChanges
+         << "\nwindow managers replaced: " << counts.managersReplaced << ", killed: " << counts.managersKilled
+         << ", failed by themselves: " << counts.managersFailed << "\nwindows dropped by window managers that went: " << counts.dropped
+         << ", shown without being listed: " << counts.unmanaged
+         << "\nwindows that their manager brought back neither with Tilora nor without: " << counts.forgotten
+         << "\nkills of Tilora: " << counts.tiloraKilled << ", clean ends: " << counts.tiloraEnded
+         << ", hidden windows shown at these: " << counts.hiddenShownAtEnd
+         << "\nplacements found in the settings: " << counts.placementsKept << "\nmost memory: " << counts.mostKilobytes
+         << " kB, most descriptors: " << counts.mostDescriptors << "\n";
+  return stream << "errors of X for windows that had gone: " << listed(counts.xErrors) << "\nfaults: " << counts.faults.size()
+                << "\nlost: " << counts.lost << "\n";
 }
 
 }  // namespace tilora::chaos

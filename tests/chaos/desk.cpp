@@ -10,6 +10,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "x_errors.h"
+
 namespace tilora::chaos {
 namespace {
 
@@ -25,8 +27,9 @@ constexpr std::uint32_t virtualDesktops = 3;
 constexpr const char* expectedOutput = "Releasewatch: backed off";
 constexpr const char* instanceSelection = "_TILORA_INSTANCE";
 
-/// Under a sanitizer a leak is a fault too; those of the libraries that outlive everything are not looked for.
-const harness::Environment sanitizerSettings = {{"ASAN_OPTIONS", "detect_leaks=0:quarantine_size_mb=8"},
+/// For AddressSanitizer, where it is built in: it keeps nothing of what has been freed, so that growth is Tilora's own; what the libraries
+/// never free is not looked for.
+const harness::Environment sanitizerSettings = {{"ASAN_OPTIONS", "detect_leaks=0:quarantine_size_mb=0:thread_local_quarantine_size_kb=0"},
                                                 {"UBSAN_OPTIONS", "print_stacktrace=1"}};
 
 std::optional<std::string> contentOf(const std::filesystem::path& path) {
@@ -35,18 +38,30 @@ std::optional<std::string> contentOf(const std::filesystem::path& path) {
   return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
-std::size_t residentKilobytes(pid_t process) {
-  std::ifstream status("/proc/" + std::to_string(process) + "/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("VmRSS:")) return std::stoul(line.substr(6));
+/// Nothing when the process has ended.
+Holdings memoryOf(pid_t process) {
+  Holdings memory;
+  std::ifstream lines("/proc/" + std::to_string(process) + "/smaps_rollup");
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    std::string name;
+    std::size_t kilobytes = 0;
+    if (!(words >> name >> kilobytes)) continue;
+    if (name == "Rss:") memory.residentKilobytes = kilobytes;
+    if (name == "Anonymous:") memory.ownKilobytes = kilobytes;
   }
-  return 0;
+  return memory;
 }
 
 std::size_t openDescriptors(pid_t process) {
   std::error_code gone;
   const std::filesystem::directory_iterator open("/proc/" + std::to_string(process) + "/fd", gone);
   return static_cast<std::size_t>(std::distance(open, {}));
+}
+
+std::string lastLine(std::string text) {
+  while (text.ends_with('\n')) text.pop_back();
+  return text.substr(text.rfind('\n') + 1);
 }
 
 /// Fluxbox and JWM take no other's place, and leave theirs only when they end.
@@ -77,7 +92,7 @@ void Desk::startWindowManager() {
 
 void Desk::replaceWindowManager(WindowManagerKind kind) {
   ++counts_.managersReplaced;
-  const bool replaces = manager_ && manager_->process().running() && takesPlaces(kind) && takesPlaces(kind_);
+  const bool replaces = managerRuns() && takesPlaces(kind) && takesPlaces(kind_);
   kind_ = kind;
   try {
     if (replaces) {
@@ -102,13 +117,14 @@ void Desk::killWindowManager() {
 }
 
 void Desk::ensureWindowManager() {
-  if (manager_ && manager_->process().running()) return;
+  if (managerRuns()) return;
   if (manager_) ++counts_.managersFailed;
   manager_.reset();
   try {
     startWindowManager();
-  } catch (const std::runtime_error&) {
+  } catch (const std::runtime_error& failure) {
     ++counts_.managersFailed;
+    std::cout << harness::nameOf(kind_) << " does not start: " << lastLine(failure.what()) << std::endl;
   }
 }
 
@@ -119,7 +135,12 @@ void Desk::restartWindowManager() {
     manager_->process().waitForEnd();
   }
   manager_.reset();
-  startWindowManager();
+  ensureWindowManager();
+}
+
+std::string Desk::describeManager() {
+  const std::string name = display_.windowManagerName();
+  return (name.empty() ? "no window manager that answers" : name) + (managerRuns() ? ", its process runs" : ", its process does not run");
 }
 
 void Desk::startTilora() {
@@ -134,34 +155,42 @@ void Desk::startTilora() {
     display_.waitUntil(isOwned, std::chrono::milliseconds(20));
   }
   if (!isOwned()) fault("Tilora does not start: " + tilora_->output());
+  tiloraResource_ = display_.selectionOwner(instanceSelection);
+  display_.sync();
+  tap_.waitUntil([this] { return tap_.of(tiloraResource_).connection > 0; });
+  tiloraConnection_ = tap_.of(tiloraResource_).connection;
+  errorsSeen_ = 0;
 }
 
 void Desk::killTilora() {
   if (!tilora_) return;
   ++counts_.tiloraKilled;
   expectTiloraIsSilent();
+  expectNoUnexpectedErrors();
   tilora_->signal(SIGKILL);
   const auto end = tilora_->waitForEnd();
   if (!end || end->signal != SIGKILL) fault("Tilora had ended before it was killed: " + tilora_->output());
+  expectNoUnexpectedErrors();
   tilora_.reset();
 }
 
 void Desk::endTilora() {
   if (!tilora_) return;
   ++counts_.tiloraEnded;
+  expectNoUnexpectedErrors();
   tilora_->signal(SIGTERM);
   if (tilora_->waitForEnd() != harness::ProcessEnd{.status = 0, .signal = {}}) fault("Tilora does not end well: " + tilora_->output());
   expectTiloraIsSilent();
+  expectNoUnexpectedErrors();
   tilora_.reset();
 }
 
-void Desk::waitForPasses(int count) {
-  const xcb_window_t resource = display_.selectionOwner(instanceSelection);
-  if (!tilora_ || resource == XCB_WINDOW_NONE) return;
+bool Desk::makesAPass(std::chrono::milliseconds deadline) {
+  if (!tilora_ || tiloraResource_ == XCB_WINDOW_NONE) return true;
   tap_.waitUntil([] { return true; });
   // The pass that runs now may have begun before what the driver did.
-  const int wanted = tap_.of(resource).requests[queryPointer] + count + 1;
-  if (!tap_.waitUntil([&] { return tap_.of(resource).requests[queryPointer] >= wanted; }, longestStart)) fault("Tilora stands still");
+  const int wanted = tap_.of(tiloraResource_).requests[queryPointer] + 2;
+  return tap_.waitUntil([&] { return tap_.of(tiloraResource_).requests[queryPointer] >= wanted; }, deadline);
 }
 
 void Desk::expectTiloraRuns() {
@@ -181,9 +210,32 @@ void Desk::expectTiloraIsSilent() {
   if (!unexpected.empty()) fault("Tilora has printed: " + unexpected);
 }
 
+void Desk::expectNoUnexpectedErrors() {
+  if (!tilora_ || tiloraResource_ == XCB_WINDOW_NONE) return;
+  const bool runs = tilora_->running();
+  // What the server has sent to Tilora before it answers this, it has told by then.
+  display_.sync();
+  const harness::Traffic& traffic = tap_.of(tiloraResource_);
+  const auto isOfAnother = [&] { return traffic.connection != tiloraConnection_; };
+  if (!tap_.waitUntil([&] { return runs || traffic.ended || isOfAnother(); })) fault("the server does not tell of the end of a connection");
+  if (isOfAnother()) return;
+  const auto& errors = traffic.errors;
+  for (; errorsSeen_ < errors.size(); ++errorsSeen_) {
+    const harness::WireError& error = errors[errorsSeen_];
+    ++counts_.xErrors[nameOf(error)];
+    if (isExpected(error)) continue;
+    std::ostringstream text;
+    text << nameOf(error) << " of request " << int{error.majorOpcode} << "." << error.minorOpcode << ", value 0x" << std::hex
+         << error.badValue;
+    fault(text.str());
+  }
+}
+
 std::optional<Holdings> Desk::tiloraHoldings() const {
   if (!tilora_) return std::nullopt;
-  return Holdings{residentKilobytes(tilora_->pid()), openDescriptors(tilora_->pid())};
+  Holdings holdings = memoryOf(tilora_->pid());
+  holdings.descriptors = openDescriptors(tilora_->pid());
+  return holdings;
 }
 
 std::optional<std::map<std::string, std::string>> Desk::storedPlacements() const {

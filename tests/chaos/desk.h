@@ -1,6 +1,7 @@
 // One desktop for a number of storms: a server whose monitors can be unplugged, a window manager, and Tilora.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -22,7 +23,9 @@ namespace tilora::chaos {
 
 /// What a process holds.
 struct Holdings {
-  std::size_t kilobytes = 0;
+  /// All that is in memory, and what of it belongs to no file.
+  std::size_t residentKilobytes = 0;
+  std::size_t ownKilobytes = 0;
   std::size_t descriptors = 0;
 };
 
@@ -42,8 +45,11 @@ class Desk {
   harness::WindowManagerKind windowManager() const { return kind_; }
   void replaceWindowManager(harness::WindowManagerKind kind);
   void killWindowManager();
-  /// Notes when the window manager has ended by itself, and starts it unless it runs.
+  bool managerRuns() const { return manager_ && manager_->process().running(); }
+  /// Notes when the window manager has ended by itself, and starts it unless it runs; it may fail to start.
   void ensureWindowManager();
+  /// In words, for a finding.
+  std::string describeManager();
   /// For one that stands still.
   void restartWindowManager();
 
@@ -53,12 +59,14 @@ class Desk {
   /// Ends Tilora as a session does, and says in the faults when it does not end well.
   void endTilora();
   bool tiloraRuns() const { return tilora_.has_value(); }
-  /// Waits until Tilora has made so many passes; notes as a fault that it makes none.
-  void waitForPasses(int count);
+  /// Waits until Tilora, if it runs, has made a pass that began after this call; false when the deadline passes first.
+  bool makesAPass(std::chrono::milliseconds deadline);
   /// Notes as a fault that Tilora has ended by itself, if it has.
   void expectTiloraRuns();
   /// Notes as faults what Tilora has printed: a sanitizer's report, an X error, anything.
   void expectTiloraIsSilent();
+  /// Counts the errors that the X server has sent to Tilora, and notes as faults those that are not of a window that has gone.
+  void expectNoUnexpectedErrors();
   /// Nothing while Tilora does not run.
   std::optional<Holdings> tiloraHoldings() const;
   /// How often Tilora has been started.
@@ -86,6 +94,11 @@ class Desk {
   harness::WindowManagerKind kind_;
   std::unique_ptr<harness::WindowManager> manager_;
   std::optional<harness::ManagedProcess> tilora_;
+  /// Something that Tilora's own connection has made, which of the connections with its numbers that is, and how many of the errors sent to
+  /// it have been looked at.
+  xcb_window_t tiloraResource_ = XCB_WINDOW_NONE;
+  int tiloraConnection_ = 0;
+  std::size_t errorsSeen_ = 0;
   int lives_ = 0;
   bool hasSecondMonitor_ = true;
 };

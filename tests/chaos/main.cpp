@@ -7,6 +7,7 @@
 #include <iostream>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "calm.h"
@@ -42,45 +43,76 @@ Options optionsFrom(const std::vector<std::string>& arguments) {
   return options;
 }
 
-/// A season: some storms on one desktop. In every second one Tilora is neither killed nor ended.
-void season(const Options& options, Chance& chance, int number, Clock::time_point end, Counts& counts) {
-  constexpr int storms = 4;
-  const auto kind = options.windowManagers[static_cast<std::size_t>(number) % options.windowManagers.size()];
-  Desk desk(kind, options.program, counts);
-  Population population;
-  Calm calm(desk, population, counts, TILORA_MEASURES_MEMORY);
-  const bool kills = number % 2 == 0;
-  desk.startTilora();
-  for (int count = 0; count < storms && (count == 0 || Clock::now() < end); ++count) {
-    const Counts before = counts;
+/// Storms on one desktop after the other, until the time is over.
+class Weather {
+ public:
+  explicit Weather(const Options& options) : options_(options) {}
+
+  /// Each window manager has one storm at least, however long that takes. After that no storm begins that would not end in time, if it were
+  /// as long as the longest one so far.
+  Counts run() {
+    for (std::size_t number = 0; number < options_.windowManagers.size() || isTimeFor(end_); ++number) {
+      try {
+        season(number);
+      } catch (const std::exception& failure) {
+        std::cout << "FAULT: " << failure.what() << std::endl;
+        counts_.faults.emplace_back(failure.what());
+      }
+    }
+    return counts_;
+  }
+
+ private:
+  bool isTimeFor(Clock::time_point end) const { return Clock::now() + longest_ < end; }
+
+  /// Some storms on one desktop. In every second season Tilora is neither killed nor ended.
+  void season(std::size_t number) {
+    constexpr int storms = 4;
+    const auto seasonEnd = std::min(end_, Clock::now() + options_.duration / static_cast<long>(options_.windowManagers.size()));
+    const auto kind = options_.windowManagers[number % options_.windowManagers.size()];
+    Desk desk(kind, options_.program, counts_);
+    Population population;
+    Calm calm(desk, population, counts_);
+    const bool kills = number % 2 == 0;
+    desk.startTilora();
+    for (int count = 0; count < storms && (count == 0 || isTimeFor(seasonEnd)); ++count) {
+      storm(desk, population, calm, kills, harness::nameOf(kind));
+    }
+    desk.endTilora();
+  }
+
+  void storm(Desk& desk, Population& population, Calm& calm, bool kills, const std::string& manager) {
+    const auto before = std::pair(counts_.lost, counts_.faults.size());
     const auto began = Clock::now();
-    Storm storm(desk, population, chance, counts, kills);
-    storm.rage(options.actions);
-    ++counts.storms;
-    calm.inspect(kills && chance.oneIn(2));
-    std::cout << "storm " << counts.storms << " that began on " << harness::nameOf(kind) << ": " << population.windows(true).size()
-              << " windows, " << std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - began).count() << " ms" << std::endl;
-    if (counts.lost == before.lost && counts.faults.size() == before.faults.size()) continue;
+    Storm storm(desk, population, chance_, counts_, kills);
+    storm.rage(options_.actions);
+    ++counts_.storms;
+    ++counts_.stormsByManager[manager];
+    calm.inspect(kills && chance_.oneIn(2));
+    const auto took = Clock::now() - began;
+    longest_ = std::max(longest_, took);
+    std::cout << "storm " << counts_.storms << " that began on " << manager << ": " << population.windows(true).size() << " windows, "
+              << std::chrono::duration_cast<std::chrono::milliseconds>(took).count() << " ms";
+    if (const auto holdings = desk.tiloraHoldings()) {
+      std::cout << "; life " << desk.tiloraLives() << " holds " << holdings->ownKilobytes << " kB of its own";
+    }
+    std::cout << std::endl;
+    if (std::pair(counts_.lost, counts_.faults.size()) == before) return;
     std::cout << "what had happened:\n";
     for (const std::string& line : storm.trace()) std::cout << "  " << line << "\n";
     std::cout << std::flush;
   }
-  desk.endTilora();
-}
+
+  const Options& options_;
+  Chance chance_{options_.seed};
+  Counts counts_;
+  Clock::time_point end_ = Clock::now() + options_.duration;
+  Clock::duration longest_{};
+};
 
 int run(const Options& options) {
   std::cout << "seed " << options.seed << ", " << options.duration.count() << " s" << std::endl;
-  Chance chance(options.seed);
-  Counts counts;
-  const auto end = Clock::now() + options.duration;
-  for (int number = 0; number == 0 || Clock::now() < end; ++number) {
-    try {
-      season(options, chance, number, end, counts);
-    } catch (const std::exception& failure) {
-      std::cout << "FAULT: " << failure.what() << std::endl;
-      counts.faults.emplace_back(failure.what());
-    }
-  }
+  const Counts counts = Weather(options).run();
   std::cout << counts << "seed: " << options.seed << std::endl;
   return counts.isGood() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -20,7 +20,7 @@ struct Window {
   bool withdrawn = false;
   /// Its application maps it again after it had withdrawn it, which a window manager may miss if it has not noticed the one before.
   bool remapped = false;
-  /// Its title is a lie that a window manager may choke on.
+  /// It has a property that a window manager may choke on.
   bool lies = false;
 };
 

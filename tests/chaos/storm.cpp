@@ -9,6 +9,8 @@
 #include <thread>
 #include <utility>
 
+#include "lies.h"
+
 namespace tilora::chaos {
 namespace {
 
@@ -20,7 +22,6 @@ constexpr std::size_t mostApplications = 9;
 constexpr std::size_t mostWindows = 30;
 constexpr std::size_t longestTrace = 60;
 constexpr int lastDesktop = 2;
-constexpr std::size_t megabyte = std::size_t{1} << 20U;
 
 /// The kinds of windows that honest applications open.
 const std::vector<std::pair<std::string, WindowOptions>>& honestWindows() {
@@ -44,7 +45,8 @@ const std::vector<std::pair<std::string, WindowOptions>>& honestWindows() {
 /// Windows whose hints contradict themselves, or who refuse every size.
 const std::vector<std::pair<std::string, WindowOptions>>& lyingWindows() {
   static const std::vector<std::pair<std::string, WindowOptions>> kinds = {
-      {"stubborn", {.stubborn = true}},
+      {"refusing every size", {.stubborn = true}},
+      {"refusing every frame", {.positioned = true, .stubborn = true, .immovable = true}},
       {"of impossible size", {.minWidth = 900, .minHeight = 700, .maxWidth = 100, .maxHeight = 80}},
       {"of enormous steps", {.widthIncrement = 5000, .heightIncrement = 5000}},
       {"of enormous size", {.minWidth = 6000, .minHeight = 6000}},
@@ -76,8 +78,7 @@ const std::vector<Storm::Choice>& Storm::choices() {
       {"activate", 14, &Storm::activate},
       {"move", 6, &Storm::move},
       {"retitle", 4, &Storm::retitle},
-      {"lie about text", 3, &Storm::lieAboutText},
-      {"lie about numbers", 3, &Storm::lieAboutNumbers},
+      {"lie", 8, &Storm::lie},
       {"drag", 4, &Storm::drag},
       {"flood", 1, &Storm::flood},
       {"freeze", 2, &Storm::freeze},
@@ -160,9 +161,10 @@ void Storm::open() {
     return openIn(application, "dialog", {.type = "DIALOG", .transientFor = application.windows.front().id});
   }
   const bool lies = chance_.oneIn(5);
-  if (lies) ++counts_.lies;
   const auto& [kind, options] = chance_.pick(lies ? lyingWindows() : honestWindows());
+  if (lies) ++counts_.lies["window " + kind];
   openIn(application, kind, options);
+  application.windows.back().lies = lies;
 }
 
 void Storm::openMany() {
@@ -223,34 +225,19 @@ void Storm::retitle() {
   application->client.setTitle(window->id, "title " + std::to_string(chance_.between(0, 1'000'000)));
 }
 
-void Storm::setBytes(xcb_window_t window, std::string_view property, int format, const std::string& bytes) {
-  harness::Display& display = desk_.display();
-  xcb_change_property(display.xcb(), XCB_PROP_MODE_REPLACE, window, display.atom(property), display.atom("UTF8_STRING"),
-                      static_cast<std::uint8_t>(format), static_cast<std::uint32_t>(bytes.size() * 8 / static_cast<unsigned>(format)),
-                      bytes.data());
-  display.sync();
-}
-
-void Storm::lieAboutText() {
+void Storm::lie() {
   const auto [application, window] = anyWindow();
   if (window == nullptr) return;
+  const Lie& lie = chance_.pick(lies());
+  const std::string& property = chance_.pick(lie.properties);
+  trace_.back() += ": " + lie.name + " in " + property;
   window->lies = true;
-  ++counts_.lies;
-  const std::array<std::string, 5> texts = {std::string(megabyte, 'x'), chance_.bytes(300), std::string("a\0b\0c", 5),
-                                            std::string("\xff\xfe\xc3(\xed\xa0\x80\xf8\x88"), std::string()};
-  static const std::array<const char*, 5> properties = {"_NET_WM_NAME", "WM_NAME", "WM_CLASS", "WM_WINDOW_ROLE", "WM_CLIENT_MACHINE"};
-  setBytes(window->id, chance_.pick(properties), 8, chance_.pick(texts));
-}
-
-void Storm::lieAboutNumbers() {
-  const auto [application, window] = anyWindow();
-  if (window == nullptr) return;
-  ++counts_.lies;
-  const std::array<std::vector<std::uint32_t>, 4> numbers = {std::vector<std::uint32_t>(18, 0xffffffffU), std::vector<std::uint32_t>(18, 0),
-                                                             std::vector<std::uint32_t>{1}, std::vector<std::uint32_t>(3000, 0x7fffU)};
-  static const std::array<const char*, 5> properties = {"WM_NORMAL_HINTS", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE", "WM_TRANSIENT_FOR",
-                                                        "WM_CLIENT_LEADER"};
-  desk_.display().setCardinals(window->id, chance_.pick(properties), "CARDINAL", chance_.pick(numbers));
+  ++counts_.lies[lie.name];
+  harness::Display& display = desk_.display();
+  xcb_change_property(display.xcb(), XCB_PROP_MODE_REPLACE, window->id, display.atom(property), display.atom(lie.type),
+                      static_cast<std::uint8_t>(lie.format),
+                      static_cast<std::uint32_t>(lie.bytes.size() * 8 / static_cast<unsigned>(lie.format)), lie.bytes.data());
+  display.sync();
 }
 
 void Storm::drag() {

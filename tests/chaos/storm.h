@@ -39,7 +39,6 @@ class Storm {
   /// An application that is not frozen; opens one if need be.
   Application& anyApplication();
   void openIn(Application& application, const std::string& kind, harness::WindowOptions options);
-  void setBytes(xcb_window_t window, std::string_view property, int format, const std::string& bytes);
 
   void open();
   void openMany();
@@ -52,8 +51,7 @@ class Storm {
   void activate();
   void move();
   void retitle();
-  void lieAboutText();
-  void lieAboutNumbers();
+  void lie();
   void drag();
   void flood();
   void freeze();

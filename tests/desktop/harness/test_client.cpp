@@ -32,6 +32,7 @@ nlohmann::json described(const WindowOptions& options) {
                           {"states", options.states},
                           {"strut", options.strut},
                           {"stubborn", options.stubborn},
+                          {"immovable", options.immovable},
                           {"overrideRedirect", options.overrideRedirect},
                           {"mapped", options.mapped}};
   if (options.processId) value["processId"] = *options.processId;

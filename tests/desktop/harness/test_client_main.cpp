@@ -25,11 +25,16 @@ struct FreeDeleter {
 template <class T>
 using Reply = std::unique_ptr<T, FreeDeleter>;
 
+constexpr int mostRefusals = 100;
+
 struct OpenWindow {
   std::vector<std::uint32_t> shadows;
   std::vector<int> keys;
   /// The size that it takes back whenever it is given another one; all zero: it takes what it gets.
   std::array<std::uint32_t, 2> ownSize = {};
+  /// The place that it takes back, in root coordinates, and how often it will.
+  std::array<std::int32_t, 2> ownPlace = {};
+  int refusals = 0;
 };
 
 class Client {
@@ -105,6 +110,10 @@ class Client {
     windows_[window] = {};
     if (request.at("stubborn").get<bool>()) {
       windows_[window].ownSize = {static_cast<std::uint32_t>(area[2]), static_cast<std::uint32_t>(area[3])};
+    }
+    if (request.at("immovable").get<bool>()) {
+      windows_[window].ownPlace = {area[0], area[1]};
+      windows_[window].refusals = mostRefusals;
     }
     describeApplication(window, request);
     describeWindow(window, request);
@@ -219,6 +228,7 @@ class Client {
         return;
       }
       case XCB_CONFIGURE_NOTIFY:
+        keepPlace(event);
         return keepSize(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
       case XCB_CLIENT_MESSAGE:
         return obey(reinterpret_cast<const xcb_client_message_event_t&>(event));
@@ -230,6 +240,18 @@ class Client {
       default:
         return;
     }
+  }
+
+  /// Just what the window manager tells is in root coordinates (ICCCM 4.1.5).
+  void keepPlace(const xcb_generic_event_t& event) {
+    constexpr std::uint8_t sentByAClient = 0x80;
+    const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+    const auto found = windows_.find(change.window);
+    if (found == windows_.end() || found->second.refusals == 0 || (event.response_type & sentByAClient) == 0) return;
+    const std::array<std::int32_t, 2>& place = found->second.ownPlace;
+    if (change.x == place[0] && change.y == place[1]) return;
+    --found->second.refusals;
+    xcb_configure_window(connection_, change.window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place.data());
   }
 
   void keepSize(const xcb_configure_notify_event_t& change) {

@@ -70,7 +70,7 @@ std::vector<std::string> commandLine(const Recipe& entry, const WindowManagerOpt
 }
 
 /// Whether a new window gets managed. A window manager announces itself before it takes requests, and drops those that come in between.
-bool manages(Display& display) {
+bool manages(Display& display, ManagedProcess& manager) {
   const xcb_window_t probe = xcb_generate_id(display.xcb());
   xcb_create_window(display.xcb(), XCB_COPY_FROM_PARENT, probe, display.root(), 0, 0, 100, 100, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                     XCB_COPY_FROM_PARENT, 0, nullptr);
@@ -80,7 +80,7 @@ bool manages(Display& display) {
   };
   bool managed = false;
   const auto end = std::chrono::steady_clock::now() + startDeadline;
-  while (!managed && std::chrono::steady_clock::now() < end) {
+  while (!managed && manager.running() && std::chrono::steady_clock::now() < end) {
     xcb_unmap_window(display.xcb(), probe);
     xcb_map_window(display.xcb(), probe);
     managed = display.waitUntil([&] { return listed() && display.viewable(probe); }, std::chrono::milliseconds(250));
@@ -112,7 +112,13 @@ WindowManager::WindowManager(WindowManagerKind kind, Session& session, Display& 
     return display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK") != before && !display.windowManagerName().empty() &&
            display.hasProperty(display.root(), "_NET_SUPPORTED");
   };
-  if (!display.waitUntil(ready, startDeadline) || !manages(display)) {
+  // One that ends at once changes nothing that could be waited for.
+  const auto end = std::chrono::steady_clock::now() + startDeadline;
+  bool isReady = false;
+  while (!isReady && process_->running() && std::chrono::steady_clock::now() < end) {
+    isReady = display.waitUntil(ready, std::chrono::milliseconds(250));
+  }
+  if (!isReady || !manages(display, *process_)) {
     throw std::runtime_error(nameOf(kind) + " does not answer: " + process_->output());
   }
 }

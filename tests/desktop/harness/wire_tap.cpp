@@ -23,7 +23,10 @@ struct FreeDeleter {
 
 constexpr std::uint8_t fromServer = 0;
 constexpr std::uint8_t fromClient = 1;
+constexpr std::uint8_t clientStarted = 2;
+constexpr std::uint8_t clientDied = 3;
 constexpr std::uint8_t startOfData = 4;
+constexpr std::uint8_t errorMessage = 0;
 
 /// The major opcode of GLX; 0 when the server has none.
 std::uint8_t glxOpcode(xcb_connection_t* connection) {
@@ -58,6 +61,15 @@ std::vector<xcb_record_range_t> justRequests(std::uint8_t opcode) {
   return {range};
 }
 
+/// The clients' beginnings and ends, and all errors.
+xcb_record_range_t lives() {
+  xcb_record_range_t range{};
+  range.errors = {1, 255};
+  range.client_started = 1;
+  range.client_died = 1;
+  return range;
+}
+
 void createContext(xcb_connection_t* connection, xcb_record_context_t context, const std::vector<xcb_record_range_t>& ranges) {
   const xcb_record_client_spec_t clients = XCB_RECORD_CS_FUTURE_CLIENTS;
   const auto cookie =
@@ -76,7 +88,9 @@ WireTap::WireTap(const std::string& display, std::optional<std::uint8_t> opcode)
     throw std::runtime_error("no X server at " + display);
   resourceMask_ = xcb_get_setup(control_)->resource_id_mask;
   context_ = xcb_generate_id(control_);
-  createContext(control_, context_, opcode ? justRequests(*opcode) : everything(control_));
+  auto ranges = opcode ? justRequests(*opcode) : everything(control_);
+  ranges.push_back(lives());
+  createContext(control_, context_, ranges);
   sequence_ = xcb_record_enable_context(data_, context_).sequence;
   xcb_flush(data_);
   if (!waitUntil([this] { return begun_; })) throw std::runtime_error("the X server does not record");
@@ -89,20 +103,33 @@ WireTap::~WireTap() {
 
 const Traffic& WireTap::of(std::uint32_t resource) { return clients_[resource & ~resourceMask_]; }
 
+void WireTap::countMessage(Traffic& traffic, bool isRequest, std::span<const std::uint8_t> message) {
+  if (isRequest) {
+    ++traffic.requests.at(message.front());
+  } else if (message.front() != errorMessage) {
+    ++traffic.replies;
+  } else if (message.size() >= messageHead) {
+    traffic.errors.push_back({.code = message[1],
+                              .majorOpcode = message[10],
+                              .minorOpcode = static_cast<std::uint16_t>(numberAt<std::uint16_t>(message, 8)),
+                              .badValue = static_cast<std::uint32_t>(numberAt<std::uint32_t>(message, 4))});
+  }
+}
+
 void WireTap::count(const xcb_record_enable_context_reply_t& told) {
   if (told.category == startOfData) begun_ = true;
-  if (told.category != fromServer && told.category != fromClient) return;
   Traffic& traffic = clients_[told.xid_base & ~resourceMask_];
+  if (told.category == clientStarted) traffic = {.connection = traffic.connection + 1};
+  if (told.category == clientDied) traffic.ended = true;
+  if (told.category != fromServer && told.category != fromClient) return;
   std::span<const std::uint8_t> bytes(xcb_record_enable_context_data(&told),
                                       static_cast<std::size_t>(xcb_record_enable_context_data_length(&told)));
   while (!bytes.empty()) {
-    const bool request = told.category == fromClient;
-    const std::size_t length = request ? requestLength(bytes) : messageHead + wireUnit * numberAt<std::uint32_t>(bytes, 4);
-    if (request) {
-      ++traffic.requests.at(bytes.front());
-    } else {
-      ++traffic.replies;
-    }
+    const bool isRequest = told.category == fromClient;
+    const bool isError = !isRequest && bytes.front() == errorMessage;
+    const std::size_t length =
+        isRequest ? requestLength(bytes) : messageHead + (isError ? 0 : wireUnit * numberAt<std::uint32_t>(bytes, 4));
+    countMessage(traffic, isRequest, bytes);
     if (length == 0 || length > bytes.size()) return;
     bytes = bytes.subspan(length);
   }
