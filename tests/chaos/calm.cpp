@@ -73,6 +73,7 @@ void Calm::letGo() {
   for (Application& application : population_.applications()) {
     if (std::exchange(application.frozen, false)) application.client.resume();
   }
+  desk_.ensureWindowManager();
   reviveWindowManager();
   desk_.display().sendRootMessage(desk_.display().root(), "_NET_SHOWING_DESKTOP", {0});
   for (const auto& [application, window] : population_.windows(true)) {
@@ -95,10 +96,8 @@ void Calm::cureLies() {
   display.sync();
 }
 
-/// Starts the window manager if it does not run, without what it may have died of.
+/// Starts the window manager if it has ended by itself, without what it may have died of.
 void Calm::reviveWindowManager() {
-  if (desk_.managerRuns()) return;
-  desk_.ensureWindowManager();
   if (desk_.managerRuns()) return;
   cureLies();
   desk_.ensureWindowManager();
@@ -232,33 +231,33 @@ bool Calm::comesBack(const Population::Reference& reference) {
 
 /// The window manager may have ended since the storm, or stand still.
 bool Calm::comesBackWithAManagerThatWorks(const Population::Reference& reference) {
-  const int before = counts_.managerChanges();
-  reviveWindowManager();
-  if (!openKeeper("keeper" + std::to_string(++keepers_))) {
-    cureLies();
-    desk_.restartWindowManager();
+  for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    const int before = counts_.managerChanges();
+    reviveWindowManager();
+    if (!openKeeper("keeper" + std::to_string(++keepers_))) {
+      cureLies();
+      desk_.restartWindowManager();
+    }
+    if (counts_.managerChanges() == before) return false;
+    mapDropped();
+    if (comesBack(reference)) return true;
   }
-  if (counts_.managerChanges() == before) return false;
-  mapDropped();
-  return comesBack(reference);
+  return false;
 }
 
 /// Whether the window manager does not bring the window back without Tilora either, but does so once it has been started anew.
 bool Calm::isForgottenByItsManager(const Population::Reference& reference) {
   const bool withTilora = desk_.tiloraRuns();
-  if (withTilora) {
-    desk_.endTilora();
-    if (comesBack(reference)) {
-      desk_.startTilora();
-      return false;
-    }
+  if (withTilora) desk_.endTilora();
+  const bool comesBackWithout = withTilora && comesBack(reference) && desk_.managerRuns();
+  if (!comesBackWithout) {
+    std::cout << "not brought back by " << desk_.describeManager() << ": " << describe(reference) << std::endl;
+    cureLies();
+    desk_.restartWindowManager();
+    mapDropped();
   }
-  std::cout << "not brought back by " << desk_.describeManager() << ": " << describe(reference) << std::endl;
-  cureLies();
-  desk_.restartWindowManager();
-  mapDropped();
   if (withTilora) desk_.startTilora();
-  return comesBack(reference);
+  return !comesBackWithout && comesBack(reference);
 }
 
 void Calm::expectAllCanBeBroughtBack(const std::string& when) {
