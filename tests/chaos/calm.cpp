@@ -285,18 +285,31 @@ void Calm::expectAllCanBeBroughtBack(const std::string& when) {
   }
 }
 
-/// What Tilora has hidden on this desktop is shown again by nobody but itself, and nothing is marked any more.
+std::vector<Population::Reference> Calm::hiddenHere() {
+  harness::Display& display = desk_.display();
+  std::vector<Population::Reference> hidden;
+  for (const auto& reference : population_.windows(true)) {
+    const auto id = reference.window->id;
+    const auto desktop = display.cardinals(id, "_NET_WM_DESKTOP");
+    const bool isHere = desktop.empty() || desktop.front() == display.currentDesktop();
+    if (isHere && display.hasProperty(id, mark) && display.iconic(id)) hidden.push_back(reference);
+  }
+  return hidden;
+}
+
+/// What Tilora has hidden on this desktop is shown again by nobody but itself, and nothing is marked any more: so it is also with what a
+/// killed one had hidden.
 void Calm::expectCleanEnd() {
   harness::Display& display = desk_.display();
-  const auto isMarked = [&display](xcb_window_t window) { return display.hasProperty(window, mark); };
   // Beside a window with a place the others are hidden.
   expectWorkGoesOn();
   waitForAPass();
-  std::vector<Population::Reference> hidden;
-  for (const auto& reference : population_.windows(true)) {
-    const auto desktop = display.cardinals(reference.window->id, "_NET_WM_DESKTOP");
-    const bool isHere = desktop.empty() || desktop.front() == display.currentDesktop();
-    if (isHere && isMarked(reference.window->id) && display.iconic(reference.window->id)) hidden.push_back(reference);
+  const auto hidden = hiddenHere();
+  if (chance_.oneIn(2)) {
+    desk_.killTilora();
+    desk_.startTilora();
+    waitForAPass();
+    counts_.hiddenTakenOver += static_cast<int>(hidden.size());
   }
   desk_.endTilora();
   for (const auto& reference : hidden) {
@@ -306,7 +319,7 @@ void Calm::expectCleanEnd() {
     break;
   }
   for (const auto& reference : population_.windows(true)) {
-    if (isMarked(reference.window->id)) desk_.fault("marked after a clean end: " + describe(reference));
+    if (display.hasProperty(reference.window->id, mark)) desk_.fault("marked after a clean end: " + describe(reference));
   }
   counts_.hiddenShownAtEnd += static_cast<int>(hidden.size());
 }

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "chance.h"
 #include "counts.h"
@@ -15,7 +16,8 @@ namespace tilora::chaos {
 class Calm {
  public:
   /// All must outlive it.
-  Calm(Desk& desk, Population& population, Counts& counts) : desk_(desk), population_(population), counts_(counts) {}
+  Calm(Desk& desk, Population& population, Counts& counts, Chance& chance)
+      : desk_(desk), population_(population), counts_(counts), chance_(chance) {}
 
   /// Lets go of everything, starts what does not run, and notes what is not as it has to be. `endsTilora`: once more after a clean end
   /// of Tilora.
@@ -38,6 +40,8 @@ class Calm {
   bool comesBackWithAManagerThatWorks(const Population::Reference& reference);
   bool isForgottenByItsManager(const Population::Reference& reference);
   std::string describe(const Population::Reference& reference);
+  /// The windows that Tilora hides on the desktop that is shown.
+  std::vector<Population::Reference> hiddenHere();
   void expectCleanEnd();
   void expectSettingsAreWhole();
   void expectHoldingsStay();
@@ -45,6 +49,7 @@ class Calm {
   Desk& desk_;
   Population& population_;
   Counts& counts_;
+  Chance& chance_;
   /// The places given in the calm, which the settings have to hold from then on.
   std::map<std::string, std::string> placements_;
   int keepers_ = 0;

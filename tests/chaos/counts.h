@@ -28,6 +28,8 @@ struct Counts {
   int managersKilled = 0;
   /// Window managers that ended or stood still though nobody asked them to: their own fault, and a storm like any other.
   int managersFailed = 0;
+  /// X servers that did so.
+  int serversFailed = 0;
   /// Windows that nobody managed after a change of window managers: the request to map them, or they themselves, went down with the old
   /// one. Their applications map them again.
   int dropped = 0;
@@ -38,6 +40,8 @@ struct Counts {
   int tiloraKilled = 0;
   int tiloraEnded = 0;
   int hiddenShownAtEnd = 0;
+  /// Of these, the ones that one Tilora had hidden, was killed, and the next one showed.
+  int hiddenTakenOver = 0;
   /// What the X server has sent to Tilora's own connection, by kind.
   std::map<std::string, int> xErrors = {};
   int placementsKept = 0;
@@ -68,11 +72,11 @@ inline std::ostream& operator<<(std::ostream& stream, const Counts& counts) {
          << "\nshortcuts pressed: " << counts.shortcuts << ", drags: " << counts.drags << "\napplications frozen: " << counts.clientsFrozen
          << ", killed: " << counts.clientsKilled << "\nmonitors plugged or unplugged: " << counts.monitorChanges
          << "\nwindow managers replaced: " << counts.managersReplaced << ", killed: " << counts.managersKilled
-         << ", failed by themselves: " << counts.managersFailed << "\nwindows dropped by window managers that went: " << counts.dropped
-         << ", shown without being listed: " << counts.unmanaged
+         << ", failed by themselves: " << counts.managersFailed << "; X servers that did: " << counts.serversFailed
+         << "\nwindows dropped by window managers that went: " << counts.dropped << ", shown without being listed: " << counts.unmanaged
          << "\nwindows that their manager brought back neither with Tilora nor without: " << counts.forgotten
          << "\nkills of Tilora: " << counts.tiloraKilled << ", clean ends: " << counts.tiloraEnded
-         << ", hidden windows shown at these: " << counts.hiddenShownAtEnd
+         << ", hidden windows shown at these: " << counts.hiddenShownAtEnd << ", of a killed one: " << counts.hiddenTakenOver
          << "\nplacements found in the settings: " << counts.placementsKept << "\nmost memory: " << counts.mostKilobytes
          << " kB, most descriptors: " << counts.mostDescriptors << "\n";
   return stream << "errors of X for windows that had gone: " << listed(counts.xErrors) << "\nfaults: " << counts.faults.size()

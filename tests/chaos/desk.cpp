@@ -59,6 +59,11 @@ std::size_t openDescriptors(pid_t process) {
   return static_cast<std::size_t>(std::distance(open, {}));
 }
 
+std::string describe(const std::optional<harness::ProcessEnd>& end) {
+  if (!end) return "it runs on";
+  return end->signal ? "signal " + std::to_string(*end->signal) : "status " + std::to_string(end->status.value_or(0));
+}
+
 std::string lastLine(std::string text) {
   while (text.ends_with('\n')) text.pop_back();
   return text.substr(text.rfind('\n') + 1);
@@ -156,8 +161,7 @@ void Desk::startTilora() {
   }
   if (!isOwned()) fault("Tilora does not start: " + tilora_->output());
   tiloraResource_ = display_.selectionOwner(instanceSelection);
-  display_.sync();
-  tap_.waitUntil([this] { return tap_.of(tiloraResource_).connection > 0; });
+  awaitTold([this] { return tap_.of(tiloraResource_).connection > 0 && !tap_.of(tiloraResource_).ended; });
   tiloraConnection_ = tap_.of(tiloraResource_).connection;
   errorsSeen_ = 0;
 }
@@ -179,9 +183,29 @@ void Desk::endTilora() {
   ++counts_.tiloraEnded;
   expectNoUnexpectedErrors();
   tilora_->signal(SIGTERM);
-  if (tilora_->waitForEnd() != harness::ProcessEnd{.status = 0, .signal = {}}) fault("Tilora does not end well: " + tilora_->output());
+  const auto end = tilora_->waitForEnd(longestStart);
+  if (end != harness::ProcessEnd{.status = 0, .signal = {}}) fault("Tilora does not end well, " + describe(end) + ": " + tilora_->output());
   expectTiloraIsSilent();
   expectNoUnexpectedErrors();
+  tilora_.reset();
+}
+
+bool Desk::awaitTold(const std::function<bool()>& holds) {
+  constexpr auto interval = std::chrono::milliseconds(50);
+  const auto end = std::chrono::steady_clock::now() + longestStart;
+  do {
+    display_.sync();
+    if (tap_.waitUntil(holds, interval)) return true;
+  } while (std::chrono::steady_clock::now() < end && server_.process().running());
+  return false;
+}
+
+void Desk::expectTiloraEndedWithTheServer() {
+  if (!tilora_) return;
+  const auto end = tilora_->waitForEnd();
+  if (end != harness::ProcessEnd{.status = 1, .signal = {}})
+    fault("Tilora does not end well with the X server, " + describe(end) + ": " + tilora_->output());
+  expectTiloraIsSilent();
   tilora_.reset();
 }
 
@@ -196,8 +220,7 @@ bool Desk::makesAPass(std::chrono::milliseconds deadline) {
 void Desk::expectTiloraRuns() {
   if (!tilora_ || tilora_->running()) return;
   const auto end = tilora_->waitForEnd();
-  fault("Tilora has ended by itself, " +
-        (end->signal ? "signal " + std::to_string(*end->signal) : "status " + std::to_string(*end->status)) + ": " + tilora_->output());
+  fault("Tilora has ended by itself, " + describe(end) + ": " + tilora_->output());
   tilora_.reset();
 }
 
@@ -213,11 +236,9 @@ void Desk::expectTiloraIsSilent() {
 void Desk::expectNoUnexpectedErrors() {
   if (!tilora_ || tiloraResource_ == XCB_WINDOW_NONE) return;
   const bool runs = tilora_->running();
-  // What the server has sent to Tilora before it answers this, it has told by then.
-  display_.sync();
   const harness::Traffic& traffic = tap_.of(tiloraResource_);
   const auto isOfAnother = [&] { return traffic.connection != tiloraConnection_; };
-  if (!tap_.waitUntil([&] { return runs || traffic.ended || isOfAnother(); })) fault("the server does not tell of the end of a connection");
+  if (!awaitTold([&] { return runs || traffic.ended || isOfAnother(); })) fault("the server does not tell of the end of a connection");
   if (isOfAnother()) return;
   const auto& errors = traffic.errors;
   for (; errorsSeen_ < errors.size(); ++errorsSeen_) {

@@ -39,6 +39,9 @@ class Desk {
   harness::Keyboard& keyboard() { return keyboard_; }
   harness::PointerDevice& pointer() { return pointer_; }
 
+  bool serverRuns() { return server_.process().running(); }
+  /// What the X server has said, for a finding.
+  std::string serverOutput() { return server_.process().output(); }
   /// Plugs the second monitor in, or out.
   void changeMonitors();
 
@@ -63,6 +66,8 @@ class Desk {
   bool makesAPass(std::chrono::milliseconds deadline);
   /// Notes as a fault that Tilora has ended by itself, if it has.
   void expectTiloraRuns();
+  /// For an X server that has ended by itself.
+  void expectTiloraEndedWithTheServer();
   /// Notes as faults what Tilora has printed: a sanitizer's report, an X error, anything.
   void expectTiloraIsSilent();
   /// Counts the errors that the X server has sent to Tilora, and notes as faults those that are not of a window that has gone.
@@ -82,6 +87,9 @@ class Desk {
   static constexpr std::uint8_t queryPointer = 38;
 
   void startWindowManager();
+  /// Waits until `holds` answers true, asked whenever the server has told more, which it does when it has something to answer as well. What
+  /// it had sent before this call, it has told then.
+  bool awaitTold(const std::function<bool()>& holds);
 
   Counts& counts_;
   std::filesystem::path program_;

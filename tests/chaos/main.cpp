@@ -71,14 +71,21 @@ class Weather {
     const auto seasonEnd = std::min(end_, Clock::now() + options_.duration / static_cast<long>(options_.windowManagers.size()));
     const auto kind = options_.windowManagers[number % options_.windowManagers.size()];
     Desk desk(kind, options_.program, counts_);
-    Population population;
-    Calm calm(desk, population, counts_);
-    const bool kills = number % 2 == 0;
-    desk.startTilora();
-    for (int count = 0; count < storms && (count == 0 || isTimeFor(seasonEnd)); ++count) {
-      storm(desk, population, calm, kills, harness::nameOf(kind));
+    try {
+      Population population;
+      Calm calm(desk, population, counts_, chance_);
+      const bool kills = number % 2 == 0;
+      desk.startTilora();
+      for (int count = 0; count < storms && (count == 0 || isTimeFor(seasonEnd)); ++count) {
+        storm(desk, population, calm, kills, harness::nameOf(kind));
+      }
+      desk.endTilora();
+    } catch (const std::exception&) {
+      if (desk.serverRuns()) throw;
+      ++counts_.serversFailed;
+      std::cout << "the X server has ended by itself: " << desk.serverOutput() << std::endl;
+      desk.expectTiloraEndedWithTheServer();
     }
-    desk.endTilora();
   }
 
   void storm(Desk& desk, Population& population, Calm& calm, bool kills, const std::string& manager) {

@@ -260,19 +260,21 @@ void Storm::drag() {
   if (!byTitle) desk_.keyboard().release(modifier);
 }
 
-/// Ten thousand changes in a second.
+/// Ten thousand changes in a second. Of a title that is kept somewhere every time it changes, there would be much.
 void Storm::flood() {
   const auto [application, window] = anyWindow();
   if (window == nullptr) return;
   constexpr int batches = 40, batch = 250;
+  constexpr std::size_t longTitle = 4000;
   constexpr auto pause = std::chrono::milliseconds(25);
   static const std::array<const char*, 4> properties = {"_NET_WM_NAME", "WM_NAME", "WM_NORMAL_HINTS", "WM_WINDOW_ROLE"};
   harness::Display& display = desk_.display();
   for (int part = 0; part < batches; ++part) {
     const auto next = std::chrono::steady_clock::now() + pause;
     for (std::uint32_t count = 0; count < batch; ++count) {
+      const std::string value(count % properties.size() == 0 ? longTitle : 4, static_cast<char>('a' + count % 26));
       xcb_change_property(display.xcb(), XCB_PROP_MODE_REPLACE, window->id, display.atom(properties.at(count % properties.size())),
-                          XCB_ATOM_STRING, 8, sizeof(count), &count);
+                          XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(value.size()), value.data());
     }
     display.sync();
     counts_.propertyChanges += batch;

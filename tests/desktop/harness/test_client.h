@@ -50,8 +50,7 @@ struct WindowOptions {
   std::array<std::uint32_t, 12> strut = {};
   /// Takes its own size back whenever it is given another one.
   bool stubborn = false;
-  /// Takes its own place back whenever it is told of another one; gives up after a hundred times, since no window manager may do as it
-  /// says.
+  /// Takes its own place back whenever it is told of another one. Whatever it refuses, it gives up after some hundred times.
   bool immovable = false;
   bool overrideRedirect = false;
   bool mapped = true;

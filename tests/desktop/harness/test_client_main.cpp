@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,16 +26,18 @@ struct FreeDeleter {
 template <class T>
 using Reply = std::unique_ptr<T, FreeDeleter>;
 
-constexpr int mostRefusals = 100;
+/// A window that refuses for ever, and a window manager that insists, would leave the machine no time for anything else.
+constexpr int mostRefusals = 200;
 
 struct OpenWindow {
   std::vector<std::uint32_t> shadows;
   std::vector<int> keys;
   /// The size that it takes back whenever it is given another one; all zero: it takes what it gets.
   std::array<std::uint32_t, 2> ownSize = {};
-  /// The place that it takes back, in root coordinates, and how often it will.
-  std::array<std::int32_t, 2> ownPlace = {};
-  int refusals = 0;
+  /// The place that it takes back, in root coordinates.
+  std::optional<std::array<std::int32_t, 2>> ownPlace;
+  /// How often it will refuse.
+  int refusals = mostRefusals;
 };
 
 class Client {
@@ -113,7 +116,6 @@ class Client {
     }
     if (request.at("immovable").get<bool>()) {
       windows_[window].ownPlace = {area[0], area[1]};
-      windows_[window].refusals = mostRefusals;
     }
     describeApplication(window, request);
     describeWindow(window, request);
@@ -247,10 +249,9 @@ class Client {
     constexpr std::uint8_t sentByAClient = 0x80;
     const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
     const auto found = windows_.find(change.window);
-    if (found == windows_.end() || found->second.refusals == 0 || (event.response_type & sentByAClient) == 0) return;
-    const std::array<std::int32_t, 2>& place = found->second.ownPlace;
-    if (change.x == place[0] && change.y == place[1]) return;
-    --found->second.refusals;
+    if (found == windows_.end() || !found->second.ownPlace || (event.response_type & sentByAClient) == 0) return;
+    const std::array<std::int32_t, 2>& place = *found->second.ownPlace;
+    if ((change.x == place[0] && change.y == place[1]) || --found->second.refusals < 0) return;
     xcb_configure_window(connection_, change.window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place.data());
   }
 
@@ -258,7 +259,7 @@ class Client {
     const auto found = windows_.find(change.window);
     if (found == windows_.end() || found->second.ownSize[0] == 0) return;
     const std::array<std::uint32_t, 2>& size = found->second.ownSize;
-    if (change.width == size[0] && change.height == size[1]) return;
+    if ((change.width == size[0] && change.height == size[1]) || --found->second.refusals < 0) return;
     xcb_configure_window(connection_, change.window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size.data());
   }
 
