@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iostream>
 #include <sstream>
+#include <thread>
 #include <utility>
 
 #include "harness/place.h"
@@ -26,7 +27,7 @@ constexpr int enoughLost = 3;
 /// With what Tilora marks a window that it has hidden.
 constexpr const char* mark = "_TILORA_HIDDEN";
 /// How much more than after its first storm a life may hold, in memory of its own.
-constexpr std::size_t mostGrowthInKilobytes = std::size_t{2} * 1024;
+constexpr std::size_t mostGrowthInKilobytes = std::size_t{3} * 512;
 constexpr std::size_t mostMoreDescriptors = 2;
 
 bool isListed(harness::Display& display, xcb_window_t window) {
@@ -54,6 +55,7 @@ void Calm::inspect(bool endsTilora) {
   mapDropped();
   expectAllCanBeBroughtBack("with Tilora");
   expectSettingsAreWhole();
+  retitleOften();
   expectHoldingsStay();
   desk_.expectTiloraRuns();
   desk_.expectTiloraIsSilent();
@@ -65,6 +67,7 @@ void Calm::inspect(bool endsTilora) {
   }
   closeKeepers();
   desk_.display().clearEvents();
+  stormyLife_ = desk_.tiloraLives();
 }
 
 void Calm::letGo() {
@@ -265,6 +268,7 @@ void Calm::expectAllCanBeBroughtBack(const std::string& when) {
   int count = 0;
   const int lostBefore = counts_.lost;
   for (const auto& reference : population_.windows(true)) {
+    desk_.expectServerRuns();
     if (counts_.lost - lostBefore >= enoughLost) return;
     // So that Tilora hides again what it was made to show.
     if (++count % 3 == 0) waitForAPass();
@@ -278,6 +282,7 @@ void Calm::expectAllCanBeBroughtBack(const std::string& when) {
       ++counts_.forgotten;
       continue;
     }
+    desk_.expectServerRuns();
     ++counts_.lost;
     std::cout << "LOST " << when << " on " << harness::nameOf(desk_.windowManager()) << ", " << desk_.describeManager() << ": "
               << describe(reference) << std::endl;
@@ -358,11 +363,32 @@ void Calm::expectSettingsAreWhole() {
   counts_.placementsKept += static_cast<int>(placements_.size());
 }
 
+/// Slowly enough for Tilora to take notice each time: what it kept of each title would come to more than it may grow by.
+void Calm::retitleOften() {
+  constexpr int changes = 500;
+  constexpr std::size_t length = 4000;
+  constexpr auto pause = std::chrono::milliseconds(2);
+  const auto windows = population_.windows(true);
+  if (windows.empty()) return;
+  harness::Display& display = desk_.display();
+  const xcb_window_t window = windows.back().window->id;
+  for (int number = 0; number < changes; ++number) {
+    const std::string title(length, static_cast<char>('a' + number % 26));
+    xcb_change_property(display.xcb(), XCB_PROP_MODE_REPLACE, window, display.atom("_NET_WM_NAME"), display.atom("UTF8_STRING"), 8,
+                        static_cast<std::uint32_t>(title.size()), title.data());
+    display.sync();
+    std::this_thread::sleep_for(pause);
+  }
+  counts_.titles += changes;
+  waitForAPass();
+}
+
 void Calm::expectHoldingsStay() {
   const auto now = desk_.tiloraHoldings();
   if (!now) return;
   counts_.mostKilobytes = std::max(counts_.mostKilobytes, now->residentKilobytes);
   counts_.mostDescriptors = std::max(counts_.mostDescriptors, now->descriptors);
+  if (desk_.tiloraLives() != stormyLife_) return;
   if (std::exchange(measuredLife_, desk_.tiloraLives()) != desk_.tiloraLives()) {
     first_ = *now;
     return;

@@ -15,9 +15,9 @@ namespace tilora::chaos {
 
 class Calm {
  public:
-  /// All must outlive it.
+  /// For a desk on which Tilora runs. All must outlive it.
   Calm(Desk& desk, Population& population, Counts& counts, Chance& chance)
-      : desk_(desk), population_(population), counts_(counts), chance_(chance) {}
+      : desk_(desk), population_(population), counts_(counts), chance_(chance), stormyLife_(desk.tiloraLives()) {}
 
   /// Lets go of everything, starts what does not run, and notes what is not as it has to be. `endsTilora`: once more after a clean end
   /// of Tilora.
@@ -44,6 +44,7 @@ class Calm {
   std::vector<Population::Reference> hiddenHere();
   void expectCleanEnd();
   void expectSettingsAreWhole();
+  void retitleOften();
   void expectHoldingsStay();
 
   Desk& desk_;
@@ -55,6 +56,8 @@ class Calm {
   int keepers_ = 0;
   /// How often the window manager had changed by the last inspection.
   int managerChanges_ = 0;
+  /// The life of Tilora that has seen the whole storm before this calm, if it still lasts; a younger one has yet to use what it needs.
+  int stormyLife_;
   /// What the Tilora of that life held after its first storm.
   int measuredLife_ = 0;
   Holdings first_;

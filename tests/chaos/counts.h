@@ -19,6 +19,8 @@ struct Counts {
   /// By what windows lied about.
   std::map<std::string, int> lies = {};
   int propertyChanges = 0;
+  /// Titles set one after the other, each of which Tilora could take notice of.
+  int titles = 0;
   int shortcuts = 0;
   int drags = 0;
   int clientsFrozen = 0;
@@ -69,11 +71,12 @@ inline std::ostream& operator<<(std::ostream& stream, const Counts& counts) {
   stream << "storms: " << counts.storms << " of " << counts.actions << " actions; begun on " << listed(counts.stormsByManager)
          << "\nwindows opened: " << counts.windowsOpened << ", brought back by activation: " << counts.windowsActivated
          << "\nlies: " << listed(counts.lies) << "\nproperty changes in floods of 10,000 in a second: " << counts.propertyChanges
-         << "\nshortcuts pressed: " << counts.shortcuts << ", drags: " << counts.drags << "\napplications frozen: " << counts.clientsFrozen
-         << ", killed: " << counts.clientsKilled << "\nmonitors plugged or unplugged: " << counts.monitorChanges
-         << "\nwindow managers replaced: " << counts.managersReplaced << ", killed: " << counts.managersKilled
-         << ", failed by themselves: " << counts.managersFailed << "; X servers that did: " << counts.serversFailed
-         << "\nwindows dropped by window managers that went: " << counts.dropped << ", shown without being listed: " << counts.unmanaged
+         << ", titles of 4 kB set in the calm: " << counts.titles << "\nshortcuts pressed: " << counts.shortcuts
+         << ", drags: " << counts.drags << "\napplications frozen: " << counts.clientsFrozen << ", killed: " << counts.clientsKilled
+         << "\nmonitors plugged or unplugged: " << counts.monitorChanges << "\nwindow managers replaced: " << counts.managersReplaced
+         << ", killed: " << counts.managersKilled << ", failed by themselves: " << counts.managersFailed
+         << "; X servers that did: " << counts.serversFailed << "\nwindows dropped by window managers that went: " << counts.dropped
+         << ", shown without being listed: " << counts.unmanaged
          << "\nwindows that their manager brought back neither with Tilora nor without: " << counts.forgotten
          << "\nkills of Tilora: " << counts.tiloraKilled << ", clean ends: " << counts.tiloraEnded
          << ", hidden windows shown at these: " << counts.hiddenShownAtEnd << ", of a killed one: " << counts.hiddenTakenOver

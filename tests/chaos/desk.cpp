@@ -81,6 +81,15 @@ Desk::Desk(WindowManagerKind kind, std::filesystem::path program, Counts& counts
   session_.home().write("config/tilora/consent.json", R"({"Tilora.Consent": {"type": "bool", "value": true}})");
 }
 
+void Desk::expectServerRuns() {
+  if (!serverRuns()) throw std::runtime_error("the X server is gone");
+}
+
+std::string Desk::describeServer() {
+  const auto end = server_.process().running() ? std::nullopt : server_.process().waitForEnd();
+  return describe(end) + ", " + lastLine(server_.process().output());
+}
+
 void Desk::changeMonitors() {
   ++counts_.monitorChanges;
   if (std::exchange(hasSecondMonitor_, !hasSecondMonitor_)) {
@@ -159,6 +168,7 @@ void Desk::startTilora() {
   while (!isOwned() && tilora_->running() && std::chrono::steady_clock::now() < deadline) {
     display_.waitUntil(isOwned, std::chrono::milliseconds(20));
   }
+  if (!isOwned()) expectServerRuns();
   if (!isOwned()) fault("Tilora does not start: " + tilora_->output());
   tiloraResource_ = display_.selectionOwner(instanceSelection);
   awaitTold([this] { return tap_.of(tiloraResource_).connection > 0 && !tap_.of(tiloraResource_).ended; });

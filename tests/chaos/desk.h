@@ -40,8 +40,10 @@ class Desk {
   harness::PointerDevice& pointer() { return pointer_; }
 
   bool serverRuns() { return server_.process().running(); }
-  /// What the X server has said, for a finding.
-  std::string serverOutput() { return server_.process().output(); }
+  /// Throws std::runtime_error when the X server has ended: nothing else can be told then.
+  void expectServerRuns();
+  /// How the X server has ended and what it has said, for a finding.
+  std::string describeServer();
   /// Plugs the second monitor in, or out.
   void changeMonitors();
 

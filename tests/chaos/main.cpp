@@ -72,10 +72,10 @@ class Weather {
     const auto kind = options_.windowManagers[number % options_.windowManagers.size()];
     Desk desk(kind, options_.program, counts_);
     try {
+      desk.startTilora();
       Population population;
       Calm calm(desk, population, counts_, chance_);
       const bool kills = number % 2 == 0;
-      desk.startTilora();
       for (int count = 0; count < storms && (count == 0 || isTimeFor(seasonEnd)); ++count) {
         storm(desk, population, calm, kills, harness::nameOf(kind));
       }
@@ -83,7 +83,7 @@ class Weather {
     } catch (const std::exception&) {
       if (desk.serverRuns()) throw;
       ++counts_.serversFailed;
-      std::cout << "the X server has ended by itself: " << desk.serverOutput() << std::endl;
+      std::cout << "the X server has ended by itself: " << desk.describeServer() << std::endl;
       desk.expectTiloraEndedWithTheServer();
     }
   }
