@@ -4,13 +4,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "windows/identity.h"
 #include "windows/screen_keys.h"
+#include "windows/text_pool.h"
 
 namespace tilora {
 namespace {
-
-constexpr std::string_view separator = "||";
 
 using ScreenWindows = std::vector<const ManagedWindow*>;
 
@@ -34,91 +32,7 @@ WindowKeySet keysOf(const ScreenWindows& windows) {
   return keys;
 }
 
-/// Whether the key of a choice is that of some kind of window of the application.
-bool isByIdentity(std::string_view key, std::string_view application) {
-  return key.starts_with(application) && key.substr(application.size()).starts_with(separator);
-}
-
-/// The first choice for some kind of window of the application, or the end; `from` is the first choice whose key is not less than the
-/// application. Mostly it is this one or the next, and there is nothing to look for.
-PlacementPreferences::const_iterator firstByIdentity(const PlacementPreferences& all, std::string_view application,
-                                                     PlacementPreferences::const_iterator from) {
-  if (from != all.end() && from->first == application) ++from;
-  if (from == all.end() || !from->first.starts_with(application)) return all.end();
-  if (isByIdentity(from->first, application)) return from;
-  const auto found = all.lower_bound(placementKey(application, {}));
-  return found != all.end() && isByIdentity(found->first, application) ? found : all.end();
-}
-
-/// The choices for the windows of one application after the other. A list of windows has those of one application together.
-class ApplicationPreferences {
- public:
-  explicit ApplicationPreferences(const PlacementPreferences& all) : all_(all) {}
-
-  std::optional<WindowPlacement> placementFor(const ManagedWindow& window) {
-    if (!isSameText(window.appIdentifier, application_)) turnTo(window.appIdentifier);
-    if (window.windowIdentity.empty() || !hasSpecific_) return whole_;
-    if (const auto placement = specific(window.windowIdentity)) return placement;
-    if (window.windowIdentity.starts_with(titlePrefix)) {
-      if (const auto placement = specific(textAfter(window.windowIdentity, titlePrefix.size()))) return placement;
-    }
-    return whole_;
-  }
-
- private:
-  struct Choice {
-    std::string_view identity;
-    WindowPlacement placement;
-  };
-
-  /// More choices than these are not worth listing for the windows that one application has.
-  static constexpr std::size_t mostListed = 16;
-
-  void turnTo(std::string_view application) {
-    application_ = application;
-    whole_.reset();
-    listed_.clear();
-    const auto from = all_.lower_bound(application);
-    if (from != all_.end() && from->first == application) whole_ = from->second;
-    auto entry = firstByIdentity(all_, application, from);
-    hasSpecific_ = entry != all_.end();
-    for (; entry != all_.end() && isByIdentity(entry->first, application) && listed_.size() <= mostListed; ++entry) {
-      listed_.push_back({textAfter(entry->first, application.size() + separator.size()), entry->second});
-    }
-  }
-
-  std::optional<WindowPlacement> specific(std::string_view identity) {
-    if (listed_.size() > mostListed) return amongAll(identity);
-    for (const auto& choice : listed_) {
-      if (choice.identity == identity) return choice.placement;
-    }
-    return std::nullopt;
-  }
-
-  std::optional<WindowPlacement> amongAll(std::string_view identity) {
-    key_.assign(application_).append(separator).append(identity);
-    const auto found = all_.find(key_);
-    return found == all_.end() ? std::nullopt : std::optional(found->second);
-  }
-
-  const PlacementPreferences& all_;
-  std::string_view application_;
-  std::optional<WindowPlacement> whole_;
-  bool hasSpecific_ = false;
-  /// The choices by identity; one more than the most when there are too many.
-  std::vector<Choice> listed_;
-  /// Whatever was looked for last; kept for its room.
-  std::string key_;
-};
-
 }  // namespace
-
-std::string placementKey(std::string_view appIdentifier, std::string_view windowIdentity) {
-  std::string key(appIdentifier);
-  key += separator;
-  key += windowIdentity;
-  return key;
-}
 
 WindowPairings reciprocalPairings(const WindowPairings& pairings, const WindowKeySet& live) {
   WindowPairings kept;
@@ -135,31 +49,20 @@ WindowPlacement PlacementMemory::placementOf(const WindowKey& key) const {
   return entry == windowPlacements_.end() ? WindowPlacement::full : entry->second;
 }
 
-bool PlacementMemory::hasChoicesByIdentity(std::string_view appIdentifier) const {
-  const auto& all = appPlacementPreferences_;
-  return firstByIdentity(all, appIdentifier, all.lower_bound(appIdentifier)) != all.end();
-}
-
 void PlacementMemory::setPlacement(const WindowKey& key, WindowPlacement placement) { windowPlacements_.insert_or_assign(key, placement); }
-
-void PlacementMemory::setAppPlacementPreferences(PlacementPreferences preferences) { appPlacementPreferences_ = std::move(preferences); }
-
-void PlacementMemory::rememberChoice(std::string_view appIdentifier, std::string_view windowIdentity, WindowPlacement placement) {
-  if (const auto whole = appPlacementPreferences_.find(appIdentifier); whole != appPlacementPreferences_.end()) {
-    appPlacementPreferences_.erase(whole);
-  }
-  appPlacementPreferences_.insert_or_assign(placementKey(appIdentifier, windowIdentity), placement);
-}
 
 void PlacementMemory::prunePlacements(const WindowKeySet& live) {
   std::erase_if(windowPlacements_, [&](const auto& entry) { return !live.contains(entry.first); });
 }
 
 void PlacementMemory::applyPlacementPreferences(const std::vector<ManagedWindow>& windows) {
-  if (appPlacementPreferences_.empty()) return;
-  ApplicationPreferences preferences(appPlacementPreferences_);
-  for (const auto& window : windows) {
-    if (const auto placement = preferences.placementFor(window)) setPlacement(window.key, *placement);
+  if (choices_.all().empty()) return;
+  for (auto window = windows.begin(); window != windows.end();) {
+    const auto application = window->appIdentifier;
+    const auto choices = choices_.of(application);
+    for (; window != windows.end() && isSameText(window->appIdentifier, application); ++window) {
+      if (const auto placement = choices.placementFor(window->windowIdentity)) setPlacement(window->key, *placement);
+    }
   }
 }
 

@@ -1,37 +1,24 @@
 // What the engine remembers between passes: placements, the user's choices, pairs, and what each screen showed.
 #pragma once
 
-#include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "tiling/placement.h"
+#include "tiling/stored_choices.h"
+#include "tiling/text_map.h"
 #include "windows/managed_window.h"
 #include "windows/window_key.h"
 
 namespace tilora {
 
-/// Hashes a text however it is held, so that a lookup needs no copy.
-struct TextHash {
-  using is_transparent = void;
-  std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
-};
-
-template <class Value>
-using TextMap = std::unordered_map<std::string, Value, TextHash, std::equal_to<>>;
-
 using WindowPlacements = std::unordered_map<WindowKey, WindowPlacement>;
-/// Ordered, so that the choices for one application lie together.
-using PlacementPreferences = std::map<std::string, WindowPlacement, std::less<>>;
 using WindowPairings = std::unordered_map<WindowKey, WindowKey>;
 using VisibleWindowKeys = TextMap<WindowKeySet>;
-
-/// The name under which the choice for one kind of window of an application is remembered.
-std::string placementKey(std::string_view appIdentifier, std::string_view windowIdentity);
 
 /// The entries of `pairings` that join two different live windows and lead back.
 WindowPairings reciprocalPairings(const WindowPairings& pairings, const WindowKeySet& live);
@@ -43,7 +30,7 @@ WindowPairings reciprocalPairings(const WindowPairings& pairings, const WindowKe
 class PlacementMemory {
  public:
   const WindowPlacements& windowPlacements() const { return windowPlacements_; }
-  const PlacementPreferences& appPlacementPreferences() const { return appPlacementPreferences_; }
+  const PlacementPreferences& appPlacementPreferences() const { return choices_.all(); }
   const WindowPairings& windowPairings() const { return windowPairings_; }
   const VisibleWindowKeys& visibleWindowKeysByScreen() const { return visibleWindowKeysByScreen_; }
 
@@ -51,12 +38,14 @@ class PlacementMemory {
   WindowPlacement placementOf(const WindowKey& key) const;
 
   /// Whether the user chose a placement for some kind of window of the application, so that the identities of its windows matter.
-  bool hasChoicesByIdentity(std::string_view appIdentifier) const;
+  bool hasChoicesByIdentity(std::string_view appIdentifier) const { return choices_.of(appIdentifier).haveIdentities(); }
 
   void setPlacement(const WindowKey& key, WindowPlacement placement);
-  void setAppPlacementPreferences(PlacementPreferences preferences);
+  void setAppPlacementPreferences(PlacementPreferences preferences) { choices_ = StoredChoices(std::move(preferences)); }
   /// Remembers the user's choice for one kind of window of an application, in place of a choice for the whole application.
-  void rememberChoice(std::string_view appIdentifier, std::string_view windowIdentity, WindowPlacement placement);
+  void rememberChoice(std::string_view appIdentifier, std::string_view windowIdentity, WindowPlacement placement) {
+    choices_.remember(appIdentifier, windowIdentity, placement);
+  }
 
   /// Forgets the placements of windows that are not live.
   void prunePlacements(const WindowKeySet& live);
@@ -85,7 +74,7 @@ class PlacementMemory {
                          const std::optional<WindowKey>& focused);
 
   WindowPlacements windowPlacements_;
-  PlacementPreferences appPlacementPreferences_;
+  StoredChoices choices_;
   WindowPairings windowPairings_;
   VisibleWindowKeys visibleWindowKeysByScreen_;
 };

@@ -47,6 +47,7 @@ class FlatKeySet {
   std::size_t placeOf(const Key& key) {
     if (slots_.empty()) {
       if (const auto place = searched(key)) return *place;
+      if (keys_.empty()) keys_.reserve(searchedInOrder);
       keys_.push_back(key);
       if (keys_.size() > searchedInOrder) rebuild(2 * keys_.size());
       return keys_.size() - 1;

@@ -1,13 +1,16 @@
 // Which screen a window is on, and the names under which screens are remembered.
 #include "windows/screen_keys.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
-#include <unordered_map>
+#include <utility>
 
 #include "windows/attribute_readers.h"
 #include "windows/checked_number.h"
 #include "windows/coordinates.h"
+#include "windows/flat_key_set.h"
 
 namespace tilora {
 namespace {
@@ -17,6 +20,14 @@ ScreenRef screenAt(Point point, const std::vector<ScreenRef>& screens) {
     if (screen->frame.contains(point)) return screen;
   }
   return nullptr;
+}
+
+/// The place of the group with that key, which is a new one if there is none.
+std::size_t placeOfGroup(std::string key, std::vector<ScreenGroup>& groups) {
+  const auto found = std::find_if(groups.begin(), groups.end(), [&](const ScreenGroup& group) { return group.key == key; });
+  const auto place = static_cast<std::size_t>(found - groups.begin());
+  if (found == groups.end()) groups.push_back({std::move(key), {}});
+  return place;
 }
 
 }  // namespace
@@ -50,22 +61,12 @@ std::string screenKey(const Screen& screen) {
 
 std::vector<ScreenGroup> groupByScreen(const std::vector<ManagedWindow>& windows) {
   std::vector<ScreenGroup> groups;
-  std::unordered_map<std::string, std::size_t> groupOfKey;
-  std::unordered_map<const Screen*, std::size_t> groupOfScreen;
-  const Screen* lastScreen = nullptr;
-  std::size_t lastGroup = 0;
+  FlatKeySet<const Screen*> screens;
+  std::vector<std::size_t> groupOfScreen;
   for (const auto& window : windows) {
-    if (window.screen.get() != lastScreen) {
-      lastScreen = window.screen.get();
-      auto known = groupOfScreen.find(lastScreen);
-      if (known == groupOfScreen.end()) {
-        const auto [group, isNew] = groupOfKey.try_emplace(screenKey(*lastScreen), groups.size());
-        if (isNew) groups.push_back({group->first, {}});
-        known = groupOfScreen.emplace(lastScreen, group->second).first;
-      }
-      lastGroup = known->second;
-    }
-    groups[lastGroup].windows.push_back(&window);
+    const std::size_t screen = screens.placeOf(window.screen.get());
+    if (screen == groupOfScreen.size()) groupOfScreen.push_back(placeOfGroup(screenKey(*window.screen), groups));
+    groups[groupOfScreen[screen]].windows.push_back(&window);
   }
   return groups;
 }
