@@ -16,7 +16,7 @@ CommandTarget commandTarget(const FocusedWindow& focused, const Desktop& desktop
     const auto found = std::find_if(windows.begin(), windows.end(), [&](const auto& window) { return window.key == focused.key; });
     if (found != windows.end()) return {std::string(found->windowIdentity), found->screen};
   }
-  return {titleIdentity(titleOf(*focused.window)), nullptr};
+  return {titleIdentity(titleIn(focused.window->value(AttributeName::title))), nullptr};
 }
 
 }  // namespace tilora

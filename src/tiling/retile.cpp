@@ -17,6 +17,7 @@ namespace {
 
 /// What a pass knows of the windows of one process.
 struct ProcessWindows {
+  ProcessId pid = 0;
   std::size_t count = 0;
   /// Whether one of them is shown.
   bool isWanted = false;
@@ -39,11 +40,11 @@ class WindowsByProcess {
     if (pids_.empty() || pid != lastPid_) {
       lastPid_ = pid;
       last_ = pids_.placeOf(pid);
-      if (last_ == processes_.size()) processes_.emplace_back();
+      if (last_ == processes_.size()) processes_.push_back({.pid = pid});
     }
     return processes_[last_];
   }
-  const FlatKeySet<ProcessId>& pids() const { return pids_; }
+  const std::vector<ProcessWindows>& all() const { return processes_; }
 
  private:
   FlatKeySet<ProcessId> pids_;
@@ -81,14 +82,13 @@ void layOut(const std::vector<const ManagedWindow*>& shown, WindowsByProcess& by
   }
 }
 
-void hideOrShowApplications(WindowsByProcess& byProcess, Workspace& workspace) {
-  for (const ProcessId pid : byProcess.pids()) {
-    const auto application = workspace.applicationWithProcessIdentifier(pid);
+void hideOrShowApplications(const WindowsByProcess& byProcess, Workspace& workspace) {
+  for (const auto& process : byProcess.all()) {
+    const auto application = workspace.applicationWithProcessIdentifier(process.pid);
     if (!application) continue;
-    const bool isWanted = byProcess.of(pid).isWanted;
     const bool isHidden = application->isHidden();
-    if (isWanted && isHidden) application->unhide();
-    if (!isWanted && !isHidden) application->hide();
+    if (process.isWanted && isHidden) application->unhide();
+    if (!process.isWanted && !isHidden) application->hide();
   }
 }
 

@@ -30,19 +30,16 @@ std::string applicationIdentifier(const RunningApplication& application) {
   return "pid:" + std::to_string(application.processIdentifier());
 }
 
-std::string titleOf(const AccessibilityElement& window) {
-  const auto value = window.value(AttributeName::title);
+std::string_view titleIn(const std::optional<AttributeValue>& value) {
   const auto* title = textIn(value);
   const auto rest = title ? trimmed(*title) : std::string_view();
-  return std::string(rest.empty() ? "<untitled>" : rest);
+  return rest.empty() ? "<untitled>" : rest;
 }
 
-std::optional<std::string> identifierOf(const AccessibilityElement& window) {
-  const auto value = window.value(AttributeName::identifier);
+std::optional<std::string> identifierIn(const std::optional<AttributeValue>& value) {
   const auto* identifier = textIn(value);
   const auto rest = identifier ? trimmed(*identifier) : std::string_view();
-  if (rest.empty()) return std::nullopt;
-  return normalized(rest);
+  return rest.empty() ? std::nullopt : std::optional(normalized(rest));
 }
 
 std::string titleIdentity(std::string_view title) {
@@ -54,11 +51,13 @@ std::string titleIdentity(std::string_view title) {
 std::vector<std::string_view>& WindowNamer::identities(const std::vector<WindowIdentitySeed>& seeds) {
   for (auto& roles : roles_) roles.count = 0;
   places_.clear();
+  places_.reserve(seeds.size());
   for (const auto& seed : seeds) {
     places_.push_back(placeOf(seed));
     if (!seed.axIdentifier) ++roles_[places_.back()].count;
   }
   identities_.clear();
+  identities_.reserve(seeds.size());
   for (std::size_t i = 0; i < seeds.size(); ++i) identities_.push_back(identityOf(seeds[i], roles_[places_[i]]));
   return identities_;
 }
@@ -69,7 +68,10 @@ std::size_t WindowNamer::placeOf(const WindowIdentitySeed& seed) {
   });
   const auto place = static_cast<std::size_t>(known - roles_.begin());
   if (known == roles_.end()) {
-    const std::string identity = "role:" + normalized(seed.role) + "||" + normalized(seed.subrole);
+    std::string identity = "role:";
+    appendNormalized(identity, seed.role);
+    identity += "||";
+    appendNormalized(identity, seed.subrole);
     roles_.push_back({seed.role, seed.subrole, texts_.keep(identity), 0});
   }
   return place;
@@ -83,15 +85,11 @@ bool WindowNamer::isUnique(const Roles& roles) const {
 }
 
 std::string_view WindowNamer::identityOf(const WindowIdentitySeed& seed, const Roles& roles) {
-  if (seed.axIdentifier) {
-    identity_.assign("axid:").append(*seed.axIdentifier);
-  } else if (isUnique(roles)) {
-    return roles.identity;
-  } else {
-    identity_.assign(titlePrefix);
-    appendNormalized(identity_, seed.title);
-  }
-  return texts_.keep(identity_);
+  if (seed.axIdentifier) return texts_.keep(std::string("axid:").append(*seed.axIdentifier));
+  if (isUnique(roles)) return roles.identity;
+  titled_.resize(titlePrefix.size());
+  appendNormalized(titled_, seed.title);
+  return texts_.keep(titled_);
 }
 
 std::string_view textAfter(std::string_view text, std::size_t length) {

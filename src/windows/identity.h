@@ -21,11 +21,11 @@ std::string normalized(std::string_view text);
 /// The bundle identifier of an application, or else its name, or else "pid:" and its process id; as they stand.
 std::string applicationIdentifier(const RunningApplication& application);
 
-/// "AXTitle" without white space at its ends; "<untitled>" when missing or blank.
-std::string titleOf(const AccessibilityElement& window);
+/// The title in what reading "AXTitle" gave, without white space at its ends; "<untitled>" when missing or blank.
+std::string_view titleIn(const std::optional<AttributeValue>& value);
 
-/// "AXIdentifier", normalised; nothing when missing or blank.
-std::optional<std::string> identifierOf(const AccessibilityElement& window);
+/// The identifier in what reading "AXIdentifier" gave, normalised; nothing when missing or blank.
+std::optional<std::string> identifierIn(const std::optional<AttributeValue>& value);
 
 /// "title:" and the normalised title.
 std::string titleIdentity(std::string_view title);
@@ -59,7 +59,8 @@ class WindowNamer {
   /// For each window of the application at hand its place among the roles, then its identity.
   std::vector<std::size_t> places_;
   std::vector<std::string_view> identities_;
-  std::string identity_;
+  /// The title prefix, and behind it the title that was named last.
+  std::string titled_{titlePrefix};
 };
 
 /// `text` after its first `length` characters; empty when it is shorter.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "platform/accessibility.h"
@@ -11,7 +10,7 @@
 
 namespace tilora {
 
-/// The raw attributes of one eligible window. It lives no longer than the scan that made it.
+/// The raw attributes of one eligible window. It lives no longer than the scan that made it, which owns its texts.
 struct WindowIdentitySeed {
   WindowKey key;
   Element window;
@@ -22,9 +21,9 @@ struct WindowIdentitySeed {
   /// "AXSubrole"; "<none>" when unreadable.
   std::string_view subrole;
   /// "AXIdentifier", normalised; absent when missing or blank, and where names do not matter.
-  std::optional<std::string> axIdentifier;
+  std::optional<std::string_view> axIdentifier;
   /// "AXTitle" without white space at its ends, in its own case; "<untitled>" when missing or blank. Empty where names do not matter.
-  std::string title;
+  std::string_view title;
 };
 
 /// One window under management. It lives no longer than the scan that made it, which owns its texts.

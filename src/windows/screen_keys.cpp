@@ -3,14 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
 #include <utility>
 
 #include "windows/attribute_readers.h"
 #include "windows/checked_number.h"
 #include "windows/coordinates.h"
-#include "windows/flat_key_set.h"
 
 namespace tilora {
 namespace {
@@ -22,12 +20,15 @@ ScreenRef screenAt(Point point, const std::vector<ScreenRef>& screens) {
   return nullptr;
 }
 
-/// The place of the group with that key, which is a new one if there is none.
-std::size_t placeOfGroup(std::string key, std::vector<ScreenGroup>& groups) {
-  const auto found = std::find_if(groups.begin(), groups.end(), [&](const ScreenGroup& group) { return group.key == key; });
-  const auto place = static_cast<std::size_t>(found - groups.begin());
-  if (found == groups.end()) groups.push_back({std::move(key), {}});
-  return place;
+/// The group of a screen's windows, which is a new one if there is none.
+ScreenGroup& groupOf(const ScreenRef& screen, std::vector<ScreenGroup>& groups) {
+  const auto isOnScreen = [&](const ScreenGroup& group) { return group.windows.front()->screen == screen; };
+  if (const auto found = std::find_if(groups.begin(), groups.end(), isOnScreen); found != groups.end()) return *found;
+  auto key = screenKey(*screen);
+  const auto hasKey = [&](const ScreenGroup& group) { return group.key == key; };
+  if (const auto found = std::find_if(groups.begin(), groups.end(), hasKey); found != groups.end()) return *found;
+  groups.push_back({std::move(key), {}});
+  return groups.back();
 }
 
 }  // namespace
@@ -61,13 +62,7 @@ std::string screenKey(const Screen& screen) {
 
 std::vector<ScreenGroup> groupByScreen(const std::vector<ManagedWindow>& windows) {
   std::vector<ScreenGroup> groups;
-  FlatKeySet<const Screen*> screens;
-  std::vector<std::size_t> groupOfScreen;
-  for (const auto& window : windows) {
-    const std::size_t screen = screens.placeOf(window.screen.get());
-    if (screen == groupOfScreen.size()) groupOfScreen.push_back(placeOfGroup(screenKey(*window.screen), groups));
-    groups[groupOfScreen[screen]].windows.push_back(&window);
-  }
+  for (const auto& window : windows) groupOf(window.screen, groups).windows.push_back(&window);
   return groups;
 }
 

@@ -19,11 +19,12 @@ void shareIdentities(const std::vector<WindowIdentitySeed>& seeds, std::vector<s
   for (std::size_t i = 0; i < seeds.size(); ++i) identities[i] = identityOf.at(seeds[i].key);
 }
 
-/// Reserves room for `count` more, at least doubling what there was, as growth by single records would.
+/// Reserves room for `count` more, at least doubling what there was, as growth by single records would; never for a few records only.
 template <class Record>
 void makeRoom(std::vector<Record>& records, std::size_t count) {
+  constexpr std::size_t least = 16;
   const std::size_t needed = records.size() + count;
-  if (needed > records.capacity()) records.reserve(std::max(needed, 2 * records.capacity()));
+  if (needed > records.capacity()) records.reserve(std::max({needed, 2 * records.capacity(), least}));
 }
 
 }  // namespace
@@ -72,8 +73,10 @@ void WindowScan::appendSeed(Element window, ProcessId pid, bool isNamed) {
   if (isNamed) {
     seed.role = roles->role;
     seed.subrole = roles->subrole;
-    seed.axIdentifier = identifierOf(*window);
-    seed.title = titleOf(*window);
+    const auto identifier = window->value(AttributeName::identifier);
+    if (const auto text = identifierIn(identifier)) seed.axIdentifier = texts_->keep(*text);
+    const auto title = window->value(AttributeName::title);
+    seed.title = texts_->keep(titleIn(title));
   }
   seed.window = std::move(window);
 }

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 #include <new>
+#include <string>
+#include <utility>
 
 #include "support/desktops.h"
 #include "tiling/retile.h"
@@ -55,8 +57,9 @@ TEST(PassMemory, StaysTheSameFromPassToPass) {
   const auto desktop = crowd();
   desktop->observeEffects([](const simulated::Effect&) {});
   PlacementMemory memory;
-  memory.setAppPlacementPreferences(
-      {{"com.example.application1", WindowPlacement::left}, {"com.example.application2", WindowPlacement::right}});
+  memory.setAppPlacementPreferences({{"com.example.application1", WindowPlacement::left},
+                                     {"com.example.application2", WindowPlacement::right},
+                                     {"com.example.application3||title:another title", WindowPlacement::left}});
   const auto pass = [&] {
     const std::size_t before = allocations;
     retile(desktop->interfaces(), memory, test::gap);
@@ -69,6 +72,28 @@ TEST(PassMemory, StaysTheSameFromPassToPass) {
 
   for (int i = 0; i < 100; ++i) EXPECT_EQ(pass(), allocated);
   EXPECT_EQ(liveBlocks, held);
+}
+
+/// What one pass allocates with `others` choices stored for other applications and `own` for other windows of one that runs.
+std::size_t allocationsOfAPass(int others, int own) {
+  const auto desktop = crowd();
+  desktop->observeEffects([](const simulated::Effect&) {});
+  PlacementPreferences preferences;
+  for (int i = 0; i < others; ++i) preferences.emplace("com.example.other" + std::to_string(i) + "||title:a", WindowPlacement::left);
+  for (int i = 0; i < own; ++i) preferences.emplace("com.example.application1||title:" + std::to_string(i), WindowPlacement::right);
+  PlacementMemory memory;
+  memory.setAppPlacementPreferences(std::move(preferences));
+  retile(desktop->interfaces(), memory, test::gap);
+  const std::size_t before = allocations;
+  retile(desktop->interfaces(), memory, test::gap);
+  return allocations - before;
+}
+
+TEST(PassMemory, IsTheSameHoweverManyChoicesAreStored) {
+  const std::size_t withFew = allocationsOfAPass(1, 1);
+
+  EXPECT_EQ(allocationsOfAPass(10'000, 1), withFew);
+  EXPECT_EQ(allocationsOfAPass(1, 10'000), withFew);
 }
 
 TEST(PassMemory, IsGivenBackWithTheWindows) {

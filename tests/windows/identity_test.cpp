@@ -44,44 +44,37 @@ TEST(ApplicationIdentifier, IsTheProcessWithoutEither) {
   EXPECT_EQ(identifierOfApplication({.bundle = "", .name = ""}), "pid:4242");
 }
 
-std::string titleFor(const std::optional<AttributeValue>& title) {
-  const auto desktop = test::laptop().app(100).window(1).attribute(AttributeName::title, title).build();
-  return titleOf(*elementOf(*desktop, 100));
-}
-
 TEST(Titles, AreTrimmedAndKeepTheirCase) {
-  EXPECT_EQ(titleFor(std::string("Notes")), "Notes");
-  EXPECT_EQ(titleFor(std::string(" My Notes\n")), "My Notes");
+  const std::optional<AttributeValue> title = std::string("Notes");
+  const std::optional<AttributeValue> inSpace = std::string(" My Notes\n");
+
+  EXPECT_EQ(titleIn(title), "Notes");
+  EXPECT_EQ(titleIn(inSpace), "My Notes");
 }
 
 TEST(Titles, MissingBlankOrOfAnotherTypeAreUntitled) {
-  EXPECT_EQ(titleFor(std::nullopt), "<untitled>");
-  EXPECT_EQ(titleFor(std::string()), "<untitled>");
-  EXPECT_EQ(titleFor(std::string("   ")), "<untitled>");
-  EXPECT_EQ(titleFor(Number(std::int64_t{5})), "<untitled>");
+  EXPECT_EQ(titleIn(std::nullopt), "<untitled>");
+  EXPECT_EQ(titleIn(std::string()), "<untitled>");
+  EXPECT_EQ(titleIn(std::string("   ")), "<untitled>");
+  EXPECT_EQ(titleIn(Number(std::int64_t{5})), "<untitled>");
 }
 
-std::optional<std::string> identifierFor(const std::optional<AttributeValue>& identifier) {
-  const auto desktop = test::laptop().app(100).window(1).attribute(AttributeName::identifier, identifier).build();
-  return identifierOf(*elementOf(*desktop, 100));
-}
-
-TEST(Identifiers, AreTrimmedAndLowerCased) { EXPECT_EQ(identifierFor(std::string(" Inspector ")), "inspector"); }
+TEST(Identifiers, AreTrimmedAndLowerCased) { EXPECT_EQ(identifierIn(std::string(" Inspector ")), "inspector"); }
 
 TEST(Identifiers, MissingBlankOrOfAnotherTypeAreAbsent) {
-  EXPECT_EQ(identifierFor(std::nullopt), std::nullopt);
-  EXPECT_EQ(identifierFor(std::string()), std::nullopt);
-  EXPECT_EQ(identifierFor(std::string(" \t\u00A0")), std::nullopt);
-  EXPECT_EQ(identifierFor(true), std::nullopt);
+  EXPECT_EQ(identifierIn(std::nullopt), std::nullopt);
+  EXPECT_EQ(identifierIn(std::string()), std::nullopt);
+  EXPECT_EQ(identifierIn(std::string(" \t\u00A0")), std::nullopt);
+  EXPECT_EQ(identifierIn(true), std::nullopt);
 }
 
-WindowIdentitySeed seed(std::int64_t number, std::string_view role, std::string_view subrole, std::string title,
-                        std::optional<std::string> identifier = std::nullopt) {
-  return {{100, number}, nullptr, nullptr, role, subrole, std::move(identifier), std::move(title)};
+WindowIdentitySeed seed(std::int64_t number, std::string_view role, std::string_view subrole, std::string_view title,
+                        std::optional<std::string_view> identifier = std::nullopt) {
+  return {{100, number}, nullptr, nullptr, role, subrole, identifier, title};
 }
 
-WindowIdentitySeed standardWindow(std::int64_t number, std::string title = "<untitled>") {
-  return seed(number, "AXWindow", "AXStandardWindow", std::move(title));
+WindowIdentitySeed standardWindow(std::int64_t number, std::string_view title = "<untitled>") {
+  return seed(number, "AXWindow", "AXStandardWindow", title);
 }
 
 std::vector<std::string> identitiesOf(const std::vector<WindowIdentitySeed>& seeds) {
