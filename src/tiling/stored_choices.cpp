@@ -23,10 +23,8 @@ KeyParts partsOf(std::string_view key) {
   return {key.substr(0, end), key.substr(end + separator.size())};
 }
 
-/// Whether the first separator in the keys of an application is the one behind its identifier. Hardly one is called otherwise.
-bool endsAtFirstSeparator(std::string_view appIdentifier) {
-  return appIdentifier.find(separator) == std::string_view::npos && !appIdentifier.ends_with(separator.front());
-}
+/// Whether the first separator in the keys of an application is surely the one behind its identifier. Hardly one is called otherwise.
+bool endsAtFirstSeparator(std::string_view appIdentifier) { return appIdentifier.find(separator.front()) == std::string_view::npos; }
 
 template <class Choices>
 std::optional<WindowPlacement> placementIn(const Choices& choices, std::string_view key) {
@@ -92,6 +90,7 @@ bool StoredChoices::OfApplication::haveIdentities() const {
 }
 
 std::optional<WindowPlacement> StoredChoices::OfApplication::placementFor(std::string_view windowIdentity) const {
+  if (windowIdentity.empty()) return forWhole();
   if (const auto placement = forIdentity(windowIdentity)) return placement;
   if (windowIdentity.starts_with(titlePrefix)) {
     if (const auto placement = forIdentity(textAfter(windowIdentity, titlePrefix.size()))) return placement;
