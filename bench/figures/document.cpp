@@ -199,66 +199,67 @@ std::string facts(const Record& record) {
 }
 
 constexpr const char* introduction =
-    "Made by `make bench` from [the raw data](DATA); nothing here is written by hand. Figures are medians, with the 95th percentile in "
-    "parentheses.\n\"failed\" is explained at the end, \"-\" is not measured, and \"*\" marks figures without those of a round that "
-    "failed.\n\n";
+    R"(Made by `make bench` from [the raw data](DATA); nothing here is written by hand. Figures are medians, with the 95th percentile in
+parentheses. "failed" is explained at the end, "-" is not measured, and "*" marks figures without those of a round that failed.
+
+)";
 
 constexpr const char* moveText =
-    "Milliseconds from the press (XTEST) to the first and to the last ConfigureNotify of the windows, on one Xvfb of 1600 x 900 pixels. "
-    "Programs are "
-    "visited\nin turn, and presses come at uneven intervals, out of step with every clock. The active window goes to the other half. In a "
-    "window "
-    "manager that tiles by\nitself it changes places with its neighbour, which moves too, on a desktop with four windows; the others are "
-    "on six "
-    "further desktops.\nBelow Tilora and the bare client all are on one desktop; Tilora and the client have all but one hidden, the "
-    "scripts have all shown. "
-    "The four windows\nthat are moved are an application each, the others belong to ten applications. The bare client is the floor: it "
-    "sends, on "
-    "the same keys, the requests that have to\nbe sent, and does nothing else; on that window manager nobody can be faster.\n\n"
-    "The scripts are one-liners on the keys of sxhkd, on Openbox: `wmctrl -r :ACTIVE: -b remove,maximized_vert,maximized_horz && wmctrl -r "
-    ":ACTIVE: "
-    "-e\n0,800,0,800,900`, and `xdotool getactivewindow windowsize 50% 100% windowmove 50% 0`.\n\n";
+    R"(Milliseconds from the press (XTEST) to the first and to the last ConfigureNotify of the windows, on one Xvfb of 1600 x 900 pixels.
+Programs are visited in turn, and presses come at uneven intervals, out of step with every clock. The active window goes to the other
+half. In a window manager that tiles by itself it changes places with its neighbour, which moves too, on a desktop with four windows; the
+others are on six further desktops. On the other window managers all windows are on one desktop, where Tilora and the bare client have all
+but the active one hidden, and the scripts show all. The four windows that are moved are an application each, the others belong to ten
+applications. The bare client is the floor: it sends, on the same keys, the requests that have to be sent, and does nothing else; on that
+window manager nobody can be faster.
+
+The scripts are one-liners on the keys of sxhkd, on Openbox: `wmctrl -r :ACTIVE: -b remove,maximized_vert,maximized_horz && wmctrl -r
+:ACTIVE: -e 0,800,0,800,900`, and `xdotool getactivewindow windowsize 50% 100% windowmove 50% 0`.
+
+)";
 
 constexpr const char* pairText =
-    "With four windows; showing, hiding and the state properties count besides ConfigureNotify. Scripts do neither.\n\n"
-    "- Exchange: the active window goes to the other half, its partner there is hidden and another one comes back on the free side. A "
-    "tiling window\n"
-    "  manager lets two windows on a desktop of their own change places.\n"
-    "- Restore: the active window leaves the whole screen for the left half, and its partner comes back on the right one. A tiling window "
-    "manager\n"
-    "  switches from an empty desktop to one with two windows.\n\n";
+    R"(With four windows; showing, hiding and the state properties count besides ConfigureNotify. Scripts do neither.
+
+- Exchange: the active window goes to the other half, its partner there is hidden and another one comes back on the free side. A tiling
+  window manager lets two windows on a desktop of their own change places.
+- Restore: the active window leaves the whole screen for the left half, and its partner comes back on the right one. A tiling window
+  manager switches from an empty desktop to one with two windows.
+
+)";
 
 constexpr const char* shareText =
-    "Milliseconds from reading the key press to writing the last request of that turn, waiting for the server's answers included, for a "
-    "move.\n\n";
+    R"(Milliseconds from reading the key press to writing the last request of that turn, waiting for the server's answers included, for a move.
+
+)";
 
 constexpr const char* idleText =
-    "Per cent of one core, taken every ten seconds while nobody touches anything. All programs are left alone at the same time, each on a "
-    "server of "
-    "its\nown: the system counts processor time for each process. Of a script the daemon of its keys is counted, which waits; of Tilora "
-    "the program. "
-    "Window managers\nbelow them are not counted.\n\n";
+    R"(Per cent of one core, taken every ten seconds while nobody touches anything. All programs are left alone at the same time, each on a
+server of its own: the system counts processor time for each process. Of a script the daemon of its keys is counted, which waits; of
+Tilora the program. Window managers below them are not counted.
+
+)";
 
 constexpr const char* memoryText =
-    "Megabytes of all processes of the program once it has started over the windows and tiled the first, with nothing else running on the "
-    "server but the "
-    "windows\nand, below Tilora and the scripts, Openbox, which is not counted. Proportional memory counts a page that several processes "
-    "use only in "
-    "part. Proportional:\n\n";
+    R"(Megabytes of all processes of the program once it has started over the windows and tiled the first, with nothing else running on the
+server but the windows and, below Tilora and the scripts, Openbox, which is not counted. Proportional memory counts a page that several
+processes use only in part. Proportional:
+
+)";
 
 constexpr const char* costText =
-    "Milliseconds of processor time from a press until a third of a second after its last effect, of the program and all processes that it "
-    "starts for "
-    "it:\na script is two or three new processes, bspwm's key daemon starts one. What a shell costs before it replaces itself is counted, "
-    "the fork inside "
-    "sxhkd is\nnot. Tilora's look at the desktop, four times a second, is in it.\n\n";
+    R"(Milliseconds of processor time from a press until a third of a second after its last effect, of the program and all processes that it
+starts for it: a script is two or three new processes, bspwm's key daemon starts one. What a shell costs before it replaces itself is
+counted, the fork inside sxhkd is not. Tilora's look at the desktop, four times a second, is in it.
+
+)";
 
 constexpr const char* startText =
-    "Milliseconds from starting the program over windows that are open already to the first window that gets another place on the screen, "
-    "each time on a new "
-    "server.\nTilora tiles the active window and hides the others. A tiling window manager takes all windows on one desktop. For a script "
-    "the key is "
-    "pressed every ten\nmilliseconds until it works.\n\n";
+    R"(Milliseconds from starting the program over windows that are open already to the first window that gets another place on the screen, each
+time on a new server. Tilora tiles the active window and hides the others. A tiling window manager takes all windows on one desktop. For a
+script the key is pressed again and again, at growing intervals from ten milliseconds on, until it works.
+
+)";
 
 }  // namespace
 
