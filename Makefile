@@ -214,8 +214,8 @@ check-format:
 ## The static checks of .clang-tidy on every source file.
 tidy:
 	@$(INSTALL) build check
-	@cmake --preset release
-	@tools/tidy.sh $(BUILD)
+	@cmake --preset tidy
+	@tools/tidy.sh build/tidy
 
 clean:
 	@rm -rf build out

@@ -1,5 +1,6 @@
 // Following the server's events and reading what they say has changed.
 #include "platform/x11/client_model.h"
+#include "platform/x11/event_type.h"
 
 #include <xcb/res.h>
 
@@ -52,7 +53,7 @@ ClientModel::ClientModel(Connection& connection)
 }
 
 void ClientModel::handleEvent(const xcb_generic_event_t& event) {
-  switch (event.response_type & 0x7F) {
+  switch (typeOf(event)) {
     case XCB_PROPERTY_NOTIFY: {
       const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
       if (change.window == connection_.root()) return rootPropertyChanged(change.atom);

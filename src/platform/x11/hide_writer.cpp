@@ -8,7 +8,7 @@
 namespace tilora::x11 {
 namespace {
 
-constexpr auto answerTime = std::chrono::seconds(1);
+constexpr auto longestChange = std::chrono::seconds(1);
 /// So often a restore is asked for before the window counts as iconic by somebody else's wish.
 constexpr int mostRestoreAttempts = 3;
 
@@ -89,7 +89,7 @@ bool HideWriter::settle(ClientWindow& window) {
 }
 
 bool HideWriter::expire(ClientWindow& window, Clock::time_point now) {
-  if (window.iconRequest == IconRequest::none || now - window.iconRequestedAt < answerTime) return false;
+  if (window.iconRequest == IconRequest::none || now - window.iconRequestedAt < longestChange) return false;
   window.iconifyIsUnseen = false;
   if (window.iconRequest == IconRequest::iconify) {
     window.iconRequest = IconRequest::none;

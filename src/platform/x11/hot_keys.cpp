@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/x11/event_type.h"
 #include "platform/x11/reply.h"
 #include "platform/x11/xkb_protocol.h"
 
@@ -10,7 +11,6 @@ namespace tilora::x11 {
 
 namespace {
 
-constexpr std::uint8_t responseTypeMask = 0x7F;
 constexpr std::uint32_t knownModifiers = 0x100 | 0x200 | 0x800 | 0x1000;
 
 RepeatTimes readRepeatTimes(const Connection& connection) {
@@ -99,7 +99,7 @@ void X11HotKeys::unregisterHotKey(HotKeyReference reference) {
 }
 
 bool X11HotKeys::handleEvent(const xcb_generic_event_t& event) {
-  const std::uint8_t type = event.response_type & responseTypeMask;
+  const std::uint8_t type = typeOf(event);
   if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
     const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
     const bool sentByAClient = type != event.response_type;
@@ -177,7 +177,7 @@ void X11HotKeys::keyPressed(const xcb_key_press_event_t& event) {
 }
 
 bool X11HotKeys::isModifierChange(const xcb_generic_event_t& event) const {
-  const std::uint8_t type = event.response_type & responseTypeMask;
+  const std::uint8_t type = typeOf(event);
   return connection_.extensions().xkbOpcode != 0 && type == connection_.extensions().xkbFirstEvent &&
          reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event).xkbType == XCB_XKB_STATE_NOTIFY;
 }
@@ -190,7 +190,7 @@ void X11HotKeys::modifiersChanged(const xcb_generic_event_t& event) {
 }
 
 bool X11HotKeys::isKeyboardChange(const xcb_generic_event_t& event) const {
-  const std::uint8_t type = event.response_type & responseTypeMask;
+  const std::uint8_t type = typeOf(event);
   if (type == XCB_MAPPING_NOTIFY) {
     return reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request != XCB_MAPPING_POINTER;
   }

@@ -6,13 +6,12 @@
 #include <optional>
 #include <utility>
 
+#include "platform/x11/event_type.h"
 #include "platform/x11/reply.h"
 
 namespace tilora::x11 {
 
 namespace {
-
-constexpr std::uint8_t responseTypeMask = 0x7F;
 
 /// Holds up every other client's requests.
 class ServerGrab {
@@ -46,7 +45,7 @@ std::optional<xcb_timestamp_t> serverTime(Connection& connection, xcb_window_t w
   connection.flush();
   while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(connection.xcb())}) {
     if (event->response_type == 0 && event->full_sequence == cookie.sequence) break;  // an error
-    if ((event->response_type & responseTypeMask) != XCB_PROPERTY_NOTIFY) continue;
+    if (typeOf(*event) != XCB_PROPERTY_NOTIFY) continue;
     const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
     if (notify.window == window && notify.atom == property) return notify.time;
   }
@@ -136,7 +135,7 @@ Instance::~Instance() {
 }
 
 bool Instance::handleEvent(const xcb_generic_event_t& event) {
-  switch (event.response_type & responseTypeMask) {
+  switch (typeOf(event)) {
     case XCB_CLIENT_MESSAGE: {
       const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
       if (message.window != window_ || message.type != selection_ || message.format != 32) return false;

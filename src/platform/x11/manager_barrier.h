@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "platform/x11/connection.h"
+#include "platform/x11/event_type.h"
 #include "platform/x11/requests.h"
 
 namespace tilora::x11 {
@@ -27,7 +28,7 @@ class ManagerBarrier {
   void forgetQuestions() { answered_ = asked_; }
 
   void handleEvent(const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
+    if (typeOf(event) != XCB_PROPERTY_NOTIFY) return;
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
     if (change.window == helper_ && change.atom == connection_.atoms()._NET_FRAME_EXTENTS && answered_ < asked_) ++answered_;
   }

@@ -1,5 +1,6 @@
 // Asking for the time by changing nothing: the server stamps the notification (ICCCM 2.1).
 #include "platform/x11/server_clock.h"
+#include "platform/x11/event_type.h"
 
 namespace tilora::x11 {
 namespace {
@@ -15,7 +16,7 @@ xcb_timestamp_t ServerClock::now() {
   connection_.flush();
   const auto event = events_.waitFor([&](const xcb_generic_event_t& candidate) {
     if (candidate.response_type == errorResponse) return candidate.full_sequence == cookie.sequence;
-    if ((candidate.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return false;
+    if (typeOf(candidate) != XCB_PROPERTY_NOTIFY) return false;
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(candidate);
     return change.window == helper_ && change.atom == property;
   });

@@ -11,6 +11,7 @@
 #include "platform/x11/clean_end.h"
 #include "platform/x11/desktop_state.h"
 #include "platform/x11/elements.h"
+#include "platform/x11/event_type.h"
 #include "platform/x11/helper_window.h"
 #include "platform/x11/hot_keys.h"
 #include "platform/x11/pointer.h"
@@ -23,7 +24,7 @@ namespace tilora::x11 {
 namespace {
 
 /// Answers bring events that make more reads necessary; after so many rounds the rest waits for the next turn.
-constexpr int mostRounds = 16;
+constexpr int mostTurns = 16;
 /// When a request without an effect is looked at again, and when a new window manager is believed.
 constexpr auto reviewTime = std::chrono::milliseconds(1050);
 constexpr auto managerReviewTime = std::chrono::milliseconds(3100);
@@ -68,7 +69,7 @@ class X11Desktop::Parts {
   }
 
   bool endTurn() {
-    for (int round = 0; round < mostRounds; ++round) {
+    for (int round = 0; round < mostTurns; ++round) {
       if (!takeEvents(false)) return false;
       commit();
       const auto late = state.events.pollQueued();
@@ -151,7 +152,7 @@ class X11Desktop::Parts {
   }
 
   void take(const xcb_generic_event_t& event) {
-    const std::uint8_t type = event.response_type & 0x7F;
+    const std::uint8_t type = typeOf(event);
     if (type == 0) return;  // an error: the window it was about is gone
     if (isTakingKey_ && (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE)) {
       laterKeys_.push_back(reinterpret_cast<const xcb_key_press_event_t&>(event));
@@ -192,7 +193,7 @@ class X11Desktop::Parts {
   }
 
   void settle() {
-    for (int round = 0; round < mostRounds; ++round) {
+    for (int round = 0; round < mostTurns; ++round) {
       state.model.refresh();
       apply(state.model.takeChanges());
       auto event = state.events.pollQueued();

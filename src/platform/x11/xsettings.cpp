@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/x11/event_type.h"
 #include "platform/x11/property.h"
 #include "platform/x11/reply.h"
 
@@ -13,7 +14,6 @@ namespace {
 
 /// In units of 32 bits.
 constexpr std::uint32_t longestProperty = 16384;
-constexpr std::uint8_t responseTypeMask = 0x7F;
 
 /// Takes the numbers and texts of a settings property, in the manager's byte order, from the front to the back.
 class Reader {
@@ -97,7 +97,7 @@ XSettings::XSettings(Connection& connection, std::function<void()> changed) : co
 }
 
 bool XSettings::handleEvent(const xcb_generic_event_t& event) {
-  const std::uint8_t type = event.response_type & responseTypeMask;
+  const std::uint8_t type = typeOf(event);
   if (type == XCB_CLIENT_MESSAGE) {
     const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
     if (message.type != connection_.atoms().MANAGER || message.format != 32 || message.data.data32[1] != selection_) return false;

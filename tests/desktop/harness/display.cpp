@@ -8,21 +8,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <sstream>
 #include <stdexcept>
 
+#include "harness/reply.h"
+
 namespace tilora::harness {
 
 namespace {
-
-struct FreeDeleter {
-  void operator()(void* memory) const { std::free(memory); }
-};
-
-template <class T>
-using Reply = std::unique_ptr<T, FreeDeleter>;
 
 template <class T>
 Reply<T> owned(T* reply) {

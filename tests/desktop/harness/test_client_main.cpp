@@ -6,25 +6,19 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <iostream>
 #include <map>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "harness/reply.h"
+
 namespace {
 
 using nlohmann::json;
-
-struct FreeDeleter {
-  void operator()(void* memory) const { std::free(memory); }
-};
-
-template <class T>
-using Reply = std::unique_ptr<T, FreeDeleter>;
+using tilora::harness::Reply;
 
 /// A window that refuses for ever, and a window manager that insists, would leave the machine no time for anything else.
 constexpr int mostRefusals = 200;

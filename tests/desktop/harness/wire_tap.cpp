@@ -4,22 +4,18 @@
 #include <xcb/xcbext.h>
 
 #include <cstdlib>
-#include <memory>
 #include <numeric>
 #include <span>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
 
+#include "harness/reply.h"
 #include "harness/wire_format.h"
 
 namespace tilora::harness {
 
 namespace {
-
-struct FreeDeleter {
-  void operator()(void* memory) const { std::free(memory); }
-};
 
 constexpr std::uint8_t fromServer = 0;
 constexpr std::uint8_t fromClient = 1;
@@ -32,7 +28,7 @@ constexpr std::uint8_t errorMessage = 0;
 std::uint8_t glxOpcode(xcb_connection_t* connection) {
   const std::string_view name = "GLX";
   const auto cookie = xcb_query_extension(connection, static_cast<std::uint16_t>(name.size()), name.data());
-  const std::unique_ptr<xcb_query_extension_reply_t, FreeDeleter> reply(xcb_query_extension_reply(connection, cookie, nullptr));
+  const Reply<xcb_query_extension_reply_t> reply(xcb_query_extension_reply(connection, cookie, nullptr));
   return reply && reply->present != 0 ? reply->major_opcode : std::uint8_t{0};
 }
 
@@ -74,7 +70,7 @@ void createContext(xcb_connection_t* connection, xcb_record_context_t context, c
   const xcb_record_client_spec_t clients = XCB_RECORD_CS_FUTURE_CLIENTS;
   const auto cookie =
       xcb_record_create_context_checked(connection, context, 0, 1, static_cast<std::uint32_t>(ranges.size()), &clients, ranges.data());
-  const std::unique_ptr<xcb_generic_error_t, FreeDeleter> error(xcb_request_check(connection, cookie));
+  const Reply<xcb_generic_error_t> error(xcb_request_check(connection, cookie));
   if (error != nullptr) throw std::runtime_error("the X server does not record");
 }
 
@@ -139,7 +135,7 @@ void WireTap::take() {
   void* answer = nullptr;
   xcb_generic_error_t* error = nullptr;
   while (xcb_poll_for_reply(data_, sequence_, &answer, &error) != 0 && answer != nullptr) {
-    const std::unique_ptr<xcb_record_enable_context_reply_t, FreeDeleter> told(static_cast<xcb_record_enable_context_reply_t*>(answer));
+    const Reply<xcb_record_enable_context_reply_t> told(static_cast<xcb_record_enable_context_reply_t*>(answer));
     count(*told);
   }
   std::free(error);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "bare_server.h"
+#include "platform/x11/event_type.h"
 
 namespace tilora::x11 {
 namespace {
@@ -71,7 +72,7 @@ class FrameWriterTest : public testing::Test {
   }
 
   void take(const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7F) != XCB_CLIENT_MESSAGE) return;
+    if (typeOf(event) != XCB_CLIENT_MESSAGE) return;
     const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
     if (message.type != manager_->atoms()._NET_MOVERESIZE_WINDOW) return;
     const auto& data = message.data.data32;

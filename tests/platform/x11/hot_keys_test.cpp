@@ -11,6 +11,7 @@
 
 #include "bare_server.h"
 #include "harness/test_client.h"
+#include "platform/x11/event_type.h"
 #include "platform/x11/xkb_protocol.h"
 
 namespace tilora::x11 {
@@ -252,7 +253,7 @@ TEST_F(HotKeysTest, AKeyEventThatAClientMadeUpFiresNothing) {
   pump.takeAll();
   int arrived = 0;
   EventPump counting{*bare.connection, [&](const xcb_generic_event_t& event) {
-                       if ((event.response_type & 0x7F) == XCB_KEY_PRESS) ++arrived;
+                       if (typeOf(event) == XCB_KEY_PRESS) ++arrived;
                        hotKeys->handleEvent(event);
                      }};
   xcb_send_event(bare.display.xcb(), 0, helper, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&press));

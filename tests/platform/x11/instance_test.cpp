@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "bare_server.h"
+#include "platform/x11/event_type.h"
 
 namespace tilora::x11 {
 namespace {
@@ -76,7 +77,7 @@ TEST_F(InstanceTest, AStartIsAnnouncedAsAManagersIs) {
   xcb_change_window_attributes(listener->xcb(), listener->root(), XCB_CW_EVENT_MASK, &mask);
   std::vector<std::uint32_t> announced;
   EventPump announcements{*listener, [&](const xcb_generic_event_t& event) {
-                            if ((event.response_type & 0x7F) != XCB_CLIENT_MESSAGE) return;
+                            if (typeOf(event) != XCB_CLIENT_MESSAGE) return;
                             const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
                             if (message.type != listener->atoms().MANAGER) return;
                             announced = {message.data.data32[1], message.data.data32[2]};
@@ -95,7 +96,7 @@ TEST_F(InstanceTest, ARequestForTheSelectionsValueIsRefused) {
                     nullptr);
   std::optional<xcb_atom_t> answered;
   EventPump answers{*client, [&](const xcb_generic_event_t& event) {
-                      if ((event.response_type & 0x7F) != XCB_SELECTION_NOTIFY) return;
+                      if (typeOf(event) != XCB_SELECTION_NOTIFY) return;
                       answered = reinterpret_cast<const xcb_selection_notify_event_t&>(event).property;
                     }};
   xcb_convert_selection(client->xcb(), requestor, client->atoms()._TILORA_INSTANCE, XCB_ATOM_STRING, XCB_ATOM_STRING, XCB_CURRENT_TIME);
