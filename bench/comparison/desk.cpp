@@ -15,7 +15,7 @@ using std::chrono::milliseconds;
 constexpr milliseconds silence{300};
 /// Presses wait up to so long besides, each for another time: at even intervals they would fall in step with whatever a window manager
 /// does by the clock, painting one in its panel for instance.
-constexpr milliseconds longestPause{300};
+constexpr milliseconds longestPause{200};
 /// Nothing that has not begun by then is an effect of the press.
 constexpr milliseconds longestReaction{2000};
 /// A window that has not stopped changing by then never will.

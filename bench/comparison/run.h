@@ -15,7 +15,7 @@ namespace tilora::bench {
 struct Options {
   int rounds = 2;
   /// Key presses for each action, program, number of windows and round.
-  int presses = 8;
+  int presses = 7;
   /// How long nothing is done while processor time is taken.
   int idleSeconds = 60;
   int starts = 3;

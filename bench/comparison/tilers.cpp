@@ -82,6 +82,7 @@ class TilingManager : public Contestant {
  private:
   void openOthers() {
     std::size_t missing = desk_.crowd() - 4;
+    if (missing == 0) return;
     std::size_t desktops = otherDesktops.size();
     for (const Key key : otherDesktops) {
       desk_.press(desktop(key));
