@@ -278,14 +278,15 @@ void Calm::expectAllCanBeBroughtBack(const std::string& when) {
     }
     // Closed after all.
     if (reference.window->maybeClosed && !desk_.display().clientArea(reference.window->id)) continue;
+    const std::string before = describe(reference);
     if (isForgottenByItsManager(reference)) {
       ++counts_.forgotten;
       continue;
     }
     desk_.expectServerRuns();
     ++counts_.lost;
-    std::cout << "LOST " << when << " on " << harness::nameOf(desk_.windowManager()) << ", " << desk_.describeManager() << ": "
-              << describe(reference) << std::endl;
+    std::cout << "LOST " << when << " on " << harness::nameOf(desk_.windowManager()) << ", " << desk_.describeManager() << ": " << before
+              << "; now " << describe(reference) << std::endl;
     population_.forget(reference);
   }
 }

@@ -89,9 +89,9 @@ class Desk {
   static constexpr std::uint8_t queryPointer = 38;
 
   void startWindowManager();
-  /// Waits until `holds` answers true, asked whenever the server has told more, which it does when it has something to answer as well. What
-  /// it had sent before this call, it has told then.
-  bool awaitTold(const std::function<bool()>& holds);
+  /// Waits a while for `holds` to answer true, asked whenever the server has told more, which it does when it has something to answer as
+  /// well. What it had sent before this call, it has told then.
+  void awaitTold(const std::function<bool()>& holds);
 
   Counts& counts_;
   std::filesystem::path program_;
