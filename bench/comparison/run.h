@@ -14,8 +14,8 @@ namespace tilora::bench {
 
 struct Options {
   int rounds = 2;
-  /// Key presses for each action, program, number of windows and round.
-  int presses = 7;
+  /// Key presses for each action, program, number of windows and round; one more when it is odd.
+  int presses = 8;
   /// How long nothing is done while processor time is taken.
   int idleSeconds = 60;
   int starts = 3;
