@@ -134,7 +134,7 @@ void synchronize(xcb_connection_t* xcb) {
 
 /// Asks the manager for every hidden window that it lists; answers these.
 std::vector<ClientWindowRef> askManager(DesktopState& state) {
-  const auto hidden = hiddenWindows(state.model);
+  auto hidden = hiddenWindows(state.model);
   if (hidden.empty()) return hidden;
   const auto focused = state.activeWindow();
   const std::uint32_t current = state.model.facts().currentDesktop;
