@@ -27,7 +27,7 @@ constexpr int enoughLost = 3;
 /// With what Tilora marks a window that it has hidden.
 constexpr const char* mark = "_TILORA_HIDDEN";
 /// How much more than after its first storm a life may hold, in memory of its own.
-constexpr std::size_t mostGrowthInKilobytes = std::size_t{3} * 512;
+constexpr std::size_t mostGrowthInKilobytes = 1024;
 constexpr std::size_t mostMoreDescriptors = 2;
 
 bool isListed(harness::Display& display, xcb_window_t window) {
@@ -367,7 +367,7 @@ void Calm::expectSettingsAreWhole() {
 /// Slowly enough for Tilora to take notice each time: what it kept of each title would come to more than it may grow by.
 void Calm::retitleOften() {
   constexpr int changes = 500;
-  constexpr std::size_t length = 4000;
+  constexpr std::size_t length = 2000;
   constexpr auto pause = std::chrono::milliseconds(2);
   const auto windows = population_.windows(true);
   if (windows.empty()) return;
@@ -381,6 +381,8 @@ void Calm::retitleOften() {
     std::this_thread::sleep_for(pause);
   }
   counts_.titles += changes;
+  // Fluxbox takes ever longer over a long one.
+  windows.back().application->client.setTitle(window, "calm");
   waitForAPass();
 }
 

@@ -71,7 +71,7 @@ inline std::ostream& operator<<(std::ostream& stream, const Counts& counts) {
   stream << "storms: " << counts.storms << " of " << counts.actions << " actions; begun on " << listed(counts.stormsByManager)
          << "\nwindows opened: " << counts.windowsOpened << ", brought back by activation: " << counts.windowsActivated
          << "\nlies: " << listed(counts.lies) << "\nproperty changes in floods of 10,000 in a second: " << counts.propertyChanges
-         << ", titles of 4 kB set in the calm: " << counts.titles << "\nshortcuts pressed: " << counts.shortcuts
+         << ", titles of 2 kB set in the calm: " << counts.titles << "\nshortcuts pressed: " << counts.shortcuts
          << ", drags: " << counts.drags << "\napplications frozen: " << counts.clientsFrozen << ", killed: " << counts.clientsKilled
          << "\nmonitors plugged or unplugged: " << counts.monitorChanges << "\nwindow managers replaced: " << counts.managersReplaced
          << ", killed: " << counts.managersKilled << ", failed by themselves: " << counts.managersFailed

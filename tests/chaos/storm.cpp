@@ -265,7 +265,7 @@ void Storm::flood() {
   const auto [application, window] = anyWindow();
   if (window == nullptr) return;
   constexpr int batches = 40, batch = 250;
-  constexpr std::size_t longTitle = 4000;
+  constexpr std::size_t longTitle = 1000;
   constexpr auto pause = std::chrono::milliseconds(25);
   static const std::array<const char*, 4> properties = {"_NET_WM_NAME", "WM_NAME", "WM_NORMAL_HINTS", "WM_WINDOW_ROLE"};
   harness::Display& display = desk_.display();
