@@ -76,6 +76,7 @@ void Calm::letGo() {
   for (Application& application : population_.applications()) {
     if (std::exchange(application.frozen, false)) application.client.resume();
   }
+  counts_.clientsEnded += population_.forgetEnded();
   desk_.ensureWindowManager();
   reviveWindowManager();
   desk_.display().sendRootMessage(desk_.display().root(), "_NET_SHOWING_DESKTOP", {0});

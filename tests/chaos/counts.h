@@ -25,6 +25,8 @@ struct Counts {
   int drags = 0;
   int clientsFrozen = 0;
   int clientsKilled = 0;
+  /// Applications that were ended, not by the driver.
+  int clientsEnded = 0;
   int monitorChanges = 0;
   int managersReplaced = 0;
   int managersKilled = 0;
@@ -73,10 +75,10 @@ inline std::ostream& operator<<(std::ostream& stream, const Counts& counts) {
          << "\nlies: " << listed(counts.lies) << "\nproperty changes in floods of 10,000 in a second: " << counts.propertyChanges
          << ", titles of 2 kB set in the calm: " << counts.titles << "\nshortcuts pressed: " << counts.shortcuts
          << ", drags: " << counts.drags << "\napplications frozen: " << counts.clientsFrozen << ", killed: " << counts.clientsKilled
-         << "\nmonitors plugged or unplugged: " << counts.monitorChanges << "\nwindow managers replaced: " << counts.managersReplaced
-         << ", killed: " << counts.managersKilled << ", failed by themselves: " << counts.managersFailed
-         << "; X servers that did: " << counts.serversFailed << "\nwindows dropped by window managers that went: " << counts.dropped
-         << ", shown without being listed: " << counts.unmanaged
+         << ", by others: " << counts.clientsEnded << "\nmonitors plugged or unplugged: " << counts.monitorChanges
+         << "\nwindow managers replaced: " << counts.managersReplaced << ", killed: " << counts.managersKilled
+         << ", failed by themselves: " << counts.managersFailed << "; X servers that did: " << counts.serversFailed
+         << "\nwindows dropped by window managers that went: " << counts.dropped << ", shown without being listed: " << counts.unmanaged
          << "\nwindows that their manager brought back neither with Tilora nor without: " << counts.forgotten
          << "\nkills of Tilora: " << counts.tiloraKilled << ", clean ends: " << counts.tiloraEnded
          << ", hidden windows shown at these: " << counts.hiddenShownAtEnd << ", of a killed one: " << counts.hiddenTakenOver

@@ -2,6 +2,7 @@
 // else is not as it has to be.
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -117,7 +118,16 @@ class Weather {
   Clock::duration longest_{};
 };
 
+/// A client that has gone is a failed write, and not the end of the driver. Its children have the signal still.
+void blockSignalOfBrokenPipes() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGPIPE);
+  sigprocmask(SIG_BLOCK, &signals, nullptr);
+}
+
 int run(const Options& options) {
+  blockSignalOfBrokenPipes();
   std::cout << "seed " << options.seed << ", " << options.duration.count() << " s" << std::endl;
   const Counts counts = Weather(options).run();
   std::cout << counts << "seed: " << options.seed << std::endl;

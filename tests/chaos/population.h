@@ -3,6 +3,7 @@
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <list>
 #include <string>
 #include <vector>
@@ -35,8 +36,15 @@ struct Application {
 class Population {
  public:
   std::list<Application>& applications() { return applications_; }
+  /// Among window managers that take the whole server for themselves for a while.
+  static constexpr auto patience = std::chrono::seconds(60);
+
   Application& add(harness::Session& session, const std::string& name) {
-    return applications_.emplace_back(Application{.client = harness::TestClient(session), .name = name});
+    return applications_.emplace_back(Application{.client = harness::TestClient(session, patience), .name = name});
+  }
+  /// Forgets the applications that have ended, which is what window managers bring about when one does not answer them; says how many.
+  int forgetEnded() {
+    return static_cast<int>(applications_.remove_if([](Application& application) { return !application.client.process().running(); }));
   }
 
   struct Reference {

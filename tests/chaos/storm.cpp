@@ -116,6 +116,7 @@ void Storm::rage(int actions) {
   note("open");
   while (population_.windows(true).size() < fewWindows) open();
   for (int count = 0; count < actions; ++count) {
+    counts_.clientsEnded += population_.forgetEnded();
     const Choice& choice = draw();
     note(choice.name);
     (this->*choice.action)();

@@ -42,7 +42,8 @@ nlohmann::json described(const WindowOptions& options) {
 
 }  // namespace
 
-TestClient::TestClient(Session& session) : requests_(Pipe::make()), answers_(Pipe::make()) {
+TestClient::TestClient(Session& session, std::chrono::milliseconds patience)
+    : requests_(Pipe::make()), answers_(Pipe::make()), patience_(patience) {
   process_.emplace(ProcessOptions{.arguments = {TILORA_TEST_CLIENT},
                                   .environment = session.environment(),
                                   .descriptors = {{0, requests_.reader.number()}, {1, answers_.writer.number()}},
@@ -59,7 +60,7 @@ nlohmann::json TestClient::ask(const nlohmann::json& request) {
   std::array<char, 4096> buffer{};
   std::size_t end = 0;
   while ((end = pending_.find('\n')) == std::string::npos) {
-    if (!waitReadable(answers_.reader.number(), defaultDeadline)) throw std::runtime_error("the test application does not answer");
+    if (!waitReadable(answers_.reader.number(), patience_)) throw std::runtime_error("the test application does not answer");
     const ssize_t count = ::read(answers_.reader.number(), buffer.data(), buffer.size());
     if (count <= 0) throw std::runtime_error("the test application is gone: " + process_->output());
     pending_.append(buffer.data(), static_cast<std::size_t>(count));

@@ -4,6 +4,7 @@
 #include <xcb/xcb.h>
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -59,7 +60,8 @@ struct WindowOptions {
 /// One application. Its windows draw nothing but a colour, close when they are asked to, and remember the keys they got.
 class TestClient {
  public:
-  explicit TestClient(Session& session);
+  /// `patience`: how long it may take to do what it is told. Then, and when it is gone, every operation throws std::runtime_error.
+  explicit TestClient(Session& session, std::chrono::milliseconds patience = defaultDeadline);
 
   ManagedProcess& process() { return *process_; }
   pid_t pid() const { return process_->pid(); }
@@ -87,6 +89,7 @@ class TestClient {
   Pipe answers_;
   std::optional<ManagedProcess> process_;
   std::string pending_;
+  std::chrono::milliseconds patience_;
 };
 
 }  // namespace tilora::harness
