@@ -13,7 +13,7 @@ using testing::IsEmpty;
 using testing::Pair;
 
 const Entry measured = {2, "bspwm with sxhkd", 500, "move first", {1.125, 20, 0.00031}, {}};
-const Entry failed = {1, "dwm", 4, "start first", {}, "it tiles nothing"};
+const Entry failedStart = {1, "dwm", 4, "start first", {}, "it tiles nothing"};
 
 Record recordOf(const std::string& text) {
   std::istringstream data(text);
@@ -22,16 +22,16 @@ Record recordOf(const std::string& text) {
 
 TEST(RecordTest, AnEntryIsReadAsItWasWritten) {
   EXPECT_EQ(entryOf(lineOf(measured)), measured);
-  EXPECT_EQ(entryOf(lineOf(failed)), failed);
+  EXPECT_EQ(entryOf(lineOf(failedStart)), failedStart);
 }
 
 TEST(RecordTest, ALineHasTheNumbersInOneField) {
   EXPECT_EQ(lineOf(measured), "2,bspwm with sxhkd,500,move first,1.125 20 0.00031");
-  EXPECT_EQ(lineOf(failed), "1,dwm,4,start first,failed: it tiles nothing");
+  EXPECT_EQ(lineOf(failedStart), "1,dwm,4,start first,failed: it tiles nothing");
 }
 
 TEST(RecordTest, AReasonOfSeveralLinesAndCommasStaysOneField) {
-  Entry entry = failed;
+  Entry entry = failedStart;
   entry.failure = "gone, and\nnobody knows why\n";
   EXPECT_EQ(lineOf(entry), "1,dwm,4,start first,failed: gone; and nobody knows why");
 }
@@ -45,7 +45,7 @@ TEST(RecordTest, ALineThatWasBrokenOffIsLeftOut) {
 }
 
 TEST(RecordTest, FactsComeBesideTheEntries) {
-  const Record record = recordOf(lineOf("system", "Debian: 12") + "\n" + lineOf(failed) + "\n" + lineOf("begun", "today") + "\n");
+  const Record record = recordOf(lineOf("system", "Debian: 12") + "\n" + lineOf(failedStart) + "\n" + lineOf("begun", "today") + "\n");
   EXPECT_THAT(record.facts, ElementsAre(Pair("system", "Debian: 12"), Pair("begun", "today")));
   EXPECT_EQ(record.fact("system"), "Debian: 12");
   EXPECT_EQ(record.fact("ended"), "");
