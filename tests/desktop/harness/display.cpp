@@ -212,7 +212,7 @@ std::set<std::string> Display::propertyNames(xcb_window_t window) {
 void Display::setCardinals(xcb_window_t window, std::string_view name, std::string_view type, const std::vector<std::uint32_t>& values) {
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(name), atom(type), 32, static_cast<std::uint32_t>(values.size()),
                       values.data());
-  xcb_flush(connection_);
+  sync();
 }
 
 Extents Display::extents(xcb_window_t window, std::string_view name) {

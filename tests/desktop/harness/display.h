@@ -75,6 +75,7 @@ class Display {
   bool hasProperty(xcb_window_t window, std::string_view name);
   /// The names of all properties of a window.
   std::set<std::string> propertyNames(xcb_window_t window);
+  /// The server has it when this returns.
   void setCardinals(xcb_window_t window, std::string_view name, std::string_view type, const std::vector<std::uint32_t>& values);
   Extents extents(xcb_window_t window, std::string_view name);
   bool hasState(xcb_window_t window, std::string_view state);
