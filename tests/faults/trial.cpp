@@ -100,6 +100,8 @@ void Trials::live(harness::ManagedProcess& program, Outcome& outcome) {
     const auto frame = display_.frame(window);
     return frame && display_.viewable(window) && harness::fits(*frame, harness::edgesOf(place, wholeScreen), {});
   };
+  // A window manager that is told to show a window and at once to hide it does both.
+  display_.waitUntil([&] { return display_.iconic(second) && display_.iconic(third); }, patience);
   display_.activate(second);
   if (!program.running() ||
       !display_.waitUntil([&] { return display_.activeWindow() == second && fits(second, harness::Place::full); }, patience))
