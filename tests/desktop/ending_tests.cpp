@@ -23,6 +23,26 @@ class EndingTest : public DesktopTest {
     return XCB_WINDOW_NONE;
   }
 
+  /// Two windows, of which Tilora, started here, shows the second on the whole screen and has hidden the first.
+  struct TwoWindows {
+    App& first;
+    const App& second;
+  };
+  TwoWindows startWithOneHidden() {
+    App& first = open("first");
+    const App& second = open("second");
+    startTilora();
+    EXPECT_TRUE(isTiled(second.window, Place::full));
+    EXPECT_TRUE(isHidden(first.window));
+    return {first, second};
+  }
+
+  void endWindowManager(int signal) {
+    windowManager->process().signal(signal);
+    ASSERT_TRUE(windowManager->process().waitForEnd());
+    windowManager.reset();
+  }
+
   void endTilora(int signal) {
     tilora->signal(signal);
     const auto end = tilora->waitForEnd();
@@ -77,35 +97,27 @@ TEST_P(EndingTest, TheWindowsOfAnotherDesktopStayThereWhenTiloraEnds) {
 }
 
 TEST_P(EndingTest, WhatWasHiddenIsFoundAgainAfterACrash) {
-  const App& first = open("first");
-  const App& second = open("second");
-  startTilora();
-  EXPECT_TRUE(isTiled(second.window, Place::full));
-  EXPECT_TRUE(isHidden(first.window));
+  const TwoWindows two = startWithOneHidden();
   endTilora(SIGKILL);
-  EXPECT_TRUE(isMarked(first.window));
-  EXPECT_TRUE(display.iconic(first.window));
+  EXPECT_TRUE(isMarked(two.first.window));
+  EXPECT_TRUE(display.iconic(two.first.window));
   startTilora();
-  activate(first.window);
-  EXPECT_TRUE(isTiled(first.window, Place::full));
-  EXPECT_TRUE(isHidden(second.window));
+  activate(two.first.window);
+  EXPECT_TRUE(isTiled(two.first.window, Place::full));
+  EXPECT_TRUE(isHidden(two.second.window));
   endTilora(SIGTERM);
-  EXPECT_TRUE(isShown(first.window));
-  EXPECT_TRUE(isShown(second.window));
+  EXPECT_TRUE(isShown(two.first.window));
+  EXPECT_TRUE(isShown(two.second.window));
 }
 
 TEST_P(EndingTest, WhatACrashedTiloraHidIsShownAtTheEndOfTheNextOne) {
-  const App& first = open("first");
-  const App& second = open("second");
-  startTilora();
-  EXPECT_TRUE(isTiled(second.window, Place::full));
-  EXPECT_TRUE(isHidden(first.window));
+  const TwoWindows two = startWithOneHidden();
   endTilora(SIGKILL);
   startTilora();
   endTilora(SIGINT);
-  EXPECT_TRUE(isShown(first.window));
-  EXPECT_TRUE(isShown(second.window));
-  EXPECT_TRUE(isActive(second.window));
+  EXPECT_TRUE(isShown(two.first.window));
+  EXPECT_TRUE(isShown(two.second.window));
+  EXPECT_TRUE(isActive(two.second.window));
 }
 
 TEST_P(EndingTest, APartnerThatACrashHidComesBackBesideItsWindow) {
@@ -124,61 +136,43 @@ TEST_P(EndingTest, APartnerThatACrashHidComesBackBesideItsWindow) {
 
 TEST_P(EndingTest, WhatIsHiddenIsShownByTheNextWindowManagerWhenTiloraEndsWithoutOne) {
   for (const int signal : {SIGKILL, SIGTERM}) {
-    const App& first = open("first");
-    const App& second = open("second");
-    startTilora();
-    EXPECT_TRUE(isTiled(second.window, Place::full));
-    EXPECT_TRUE(isHidden(first.window));
-    windowManager->process().signal(signal);
-    ASSERT_TRUE(windowManager->process().waitForEnd());
-    windowManager.reset();
+    const TwoWindows two = startWithOneHidden();
+    endWindowManager(signal);
     endTilora(SIGTERM);
-    EXPECT_FALSE(isMarked(first.window));
+    EXPECT_FALSE(isMarked(two.first.window));
     startWindowManager();
-    EXPECT_TRUE(isShown(first.window));
-    EXPECT_TRUE(isShown(second.window));
+    EXPECT_TRUE(isShown(two.first.window));
+    EXPECT_TRUE(isShown(two.second.window));
     apps.clear();
     ASSERT_TRUE(comesTrue([&] { return display.clientList().empty(); }));
   }
 }
 
 TEST_P(EndingTest, WhatIsHiddenIsShownByTheNextWindowManagerWhenOneDiesWhileTiloraEnds) {
-  const App& first = open("first");
-  const App& second = open("second");
-  startTilora();
-  EXPECT_TRUE(isTiled(second.window, Place::full));
-  EXPECT_TRUE(isHidden(first.window));
+  const TwoWindows two = startWithOneHidden();
   windowManager->process().signal(SIGSTOP);
   tilora->signal(SIGTERM);
   // It is asking the manager to show the window.
-  ASSERT_TRUE(comesTrue([&] { return !isMarked(first.window); }));
-  windowManager->process().signal(SIGKILL);
-  ASSERT_TRUE(windowManager->process().waitForEnd());
-  windowManager.reset();
+  ASSERT_TRUE(comesTrue([&] { return !isMarked(two.first.window); }));
+  endWindowManager(SIGKILL);
   const auto end = tilora->waitForEnd();
   ASSERT_TRUE(end);
   EXPECT_EQ(end->status, 0);
   startWindowManager();
-  EXPECT_TRUE(isShown(first.window));
-  EXPECT_TRUE(isShown(second.window));
+  EXPECT_TRUE(isShown(two.first.window));
+  EXPECT_TRUE(isShown(two.second.window));
 }
 
 TEST_P(EndingTest, AHiddenWindowThatItsProgramWithdrewStaysWithdrawnWhenTiloraEndsWithoutAWindowManager) {
-  App& first = open("first");
-  const App& second = open("second");
-  startTilora();
-  EXPECT_TRUE(isTiled(second.window, Place::full));
-  EXPECT_TRUE(isHidden(first.window));
-  first.client.withdraw(first.window);
-  ASSERT_TRUE(comesTrue([&] { return display.clientList() == std::vector{second.window}; }));
-  windowManager->process().signal(SIGKILL);
-  ASSERT_TRUE(windowManager->process().waitForEnd());
-  windowManager.reset();
+  const TwoWindows two = startWithOneHidden();
+  two.first.client.withdraw(two.first.window);
+  ASSERT_TRUE(comesTrue([&] { return display.clientList() == std::vector{two.second.window}; }));
+  endWindowManager(SIGKILL);
   endTilora(SIGTERM);
   startWindowManager();
-  EXPECT_TRUE(isShown(second.window));
+  EXPECT_TRUE(isShown(two.second.window));
   // Fluxbox leaves a window that was withdrawn in IconicState, as if it were still in use.
-  EXPECT_EQ(display.viewable(first.window), runsOn({WindowManagerKind::fluxbox}));
+  EXPECT_EQ(display.viewable(two.first.window), runsOn({WindowManagerKind::fluxbox}));
 }
 
 TEST_P(EndingTest, ASecondCopyEndsAtOnceAndTheFirstOneGoesOn) {

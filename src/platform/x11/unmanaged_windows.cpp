@@ -1,6 +1,8 @@
 // Looking through the tree of windows, as no manager lists them.
 #include "platform/x11/unmanaged_windows.h"
 
+#include <xcb/xcb_icccm.h>
+
 #include <array>
 #include <chrono>
 #include <cstdint>
@@ -12,8 +14,6 @@ namespace tilora::x11 {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr std::uint32_t withdrawnState = 0;
 
 std::vector<xcb_window_t> childrenOf(xcb_connection_t* xcb, const std::vector<xcb_window_t>& parents) {
   std::vector<xcb_query_tree_cookie_t> questions;
@@ -55,7 +55,7 @@ std::vector<xcb_window_t> markedAmong(Connection& connection, const std::vector<
     const bool isMarked = firstItem(xcb, question.mark).isPresent();
     const auto state = firstItem(xcb, question.state).items(atoms.WM_STATE);
     const Reply<xcb_get_window_attributes_reply_t> attributes{xcb_get_window_attributes_reply(xcb, question.attributes, nullptr)};
-    const bool isInUse = !state.empty() && state.front() != withdrawnState;
+    const bool isInUse = !state.empty() && state.front() != XCB_ICCCM_WM_STATE_WITHDRAWN;
     const bool isMapped = attributes && attributes->map_state != XCB_MAP_STATE_UNMAPPED;
     if (isMarked && (isInUse || isMapped)) marked.push_back(question.window);
   }
@@ -99,7 +99,7 @@ void showUnmanaged(Connection& connection, xcb_window_t window) {
     xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, atoms._NET_WM_STATE, XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(states.size()), states.data());
   }
-  constexpr std::array<std::uint32_t, 2> normalStateWithoutIcon = {1, XCB_WINDOW_NONE};
+  constexpr std::array<std::uint32_t, 2> normalStateWithoutIcon = {XCB_ICCCM_WM_STATE_NORMAL, XCB_WINDOW_NONE};
   xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, atoms.WM_STATE, atoms.WM_STATE, 32, normalStateWithoutIcon.size(),
                       normalStateWithoutIcon.data());
   xcb_delete_property(xcb, window, atoms._TILORA_HIDDEN);
