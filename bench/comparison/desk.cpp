@@ -16,6 +16,8 @@ constexpr milliseconds silence{300};
 /// Presses wait up to so long besides, each for another time: at even intervals they would fall in step with whatever a window manager
 /// does by the clock, painting one in its panel for instance.
 constexpr milliseconds longestPause{200};
+/// A hand holds the modifiers before it presses the key; whom they wake is asleep again by then.
+constexpr milliseconds holding{50};
 /// Nothing that has not begun by then is an effect of the press.
 constexpr milliseconds longestReaction{2000};
 /// A window that has not stopped changing by then never will.
@@ -182,15 +184,15 @@ void Desk::pressUntilItWorks(const Chord& chord, Action action) {
   throw Failure("the keys have no effect");
 }
 
-void Desk::pause() {
-  const milliseconds length{std::uniform_int_distribution<int>(0, static_cast<int>(longestPause.count()))(pauses_)};
+void Desk::pause(milliseconds length) {
   display_.waitUntil([] { return false; }, length);
 }
 
 std::optional<Sample> Desk::measure(const Chord& chord, Action action) {
-  pause();
+  pause(milliseconds{std::uniform_int_distribution<int>(0, static_cast<int>(longestPause.count()))(pauses_)});
   prepareToWatch();
   for (const auto key : chord.held) keyboard_.press(key);
+  pause(holding);
   display_.clearEvents();
   const auto start = Clock::now();
   keyboard_.press(chord.key);

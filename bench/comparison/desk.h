@@ -106,8 +106,8 @@ class Desk {
   bool isOnScreen(const harness::WindowEvent& event);
   void releaseModifiers(const Chord& chord);
   void prepareToWatch();
-  /// Waits for a time that differs from one press to the next.
-  void pause();
+  /// Nothing is lost of what happens meanwhile.
+  void pause(std::chrono::milliseconds length);
 
   void opened(const std::string& name, xcb_window_t window);
 

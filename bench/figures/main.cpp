@@ -13,12 +13,11 @@ namespace {
 using namespace tilora::bench;
 namespace fs = std::filesystem;
 
-/// Whether gnuplot has drawn it.
-bool draw(const Plot& plot, const fs::path& folder) {
-  const fs::path script = folder / (plot.name + ".gnuplot");
+/// Whether gnuplot has drawn it, in the current folder.
+bool draw(const Plot& plot) {
+  const std::string script = plot.name + ".gnuplot";
   std::ofstream(script) << plot.script;
-  const std::string command = "cd '" + folder.string() + "' && gnuplot '" + script.filename().string() + "'";
-  const bool drawn = std::system(command.c_str()) == 0;
+  const bool drawn = std::system(("gnuplot " + script).c_str()) == 0;
   fs::remove(script);
   return drawn;
 }
@@ -30,9 +29,9 @@ int main(int argc, char** argv) {
     std::cerr << "usage: tilora-figures DATA DOCUMENT PICTURES\n";
     return 2;
   }
-  const fs::path data = argv[1];
-  const fs::path target = argv[2];
-  const fs::path pictures = argv[3];
+  const fs::path data = fs::absolute(argv[1]);
+  const fs::path target = fs::absolute(argv[2]);
+  const fs::path pictures = fs::absolute(argv[3]);
   std::ifstream file(data);
   const Record record = readRecord(file);
   if (record.entries.empty()) {
@@ -40,12 +39,12 @@ int main(int argc, char** argv) {
     return 1;
   }
   fs::create_directories(pictures);
+  fs::current_path(pictures);
   for (const Plot& plot : plots(record)) {
-    if (!draw(plot, pictures)) return 1;
+    if (!draw(plot)) return 1;
   }
-  const fs::path here = fs::absolute(target).parent_path();
+  const fs::path here = target.parent_path();
   std::ofstream written(target);
-  written << document(record, fs::absolute(pictures).lexically_relative(here).string(),
-                      fs::absolute(data).lexically_relative(here).string());
+  written << document(record, pictures.lexically_relative(here).string(), data.lexically_relative(here).string());
   return written ? 0 : 1;
 }
