@@ -205,13 +205,13 @@ parentheses. "failed" is explained at the end, "-" is not measured, and "*" mark
 )";
 
 constexpr const char* moveText =
-    R"(Milliseconds from the press (XTEST) to the first and to the last ConfigureNotify of the windows, on one Xvfb of 1600 x 900 pixels.
-Programs are visited in turn, and presses come at uneven intervals, out of step with every clock, with the modifiers held for 50
-milliseconds before, as hands do. The active window goes to the other half. In a window manager that tiles by itself it changes places with
-its neighbour, which moves too, on a desktop with four windows; the others are on six further desktops. On the other window managers all
-windows are on one desktop, where Tilora and the bare client have all but the active one hidden, and the scripts show all. The four windows
-that are moved are an application each, the others belong to ten applications. The bare client is the floor: it sends, on the same keys, the
-requests that have to be sent, and does nothing else; on that window manager nobody can be faster.
+    R"(Milliseconds from the press (XTEST) to the first and to the last ConfigureNotify of the windows, on an Xvfb of 1600 x 900 pixels that is
+started anew for each window manager. Programs are visited in turn, and presses come at uneven intervals, out of step with every clock,
+with the modifiers held for 50 milliseconds before, as hands do. The active window goes to the other half. In a window manager that tiles
+by itself it changes places with its neighbour, which moves too, on a desktop with four windows; the others are on six further desktops. On
+the other window managers all windows are on one desktop, where Tilora and the bare client have all but the active one hidden, and the
+scripts show all. The four windows that are moved are an application each, the others belong to ten applications. The bare client is the
+floor: it sends, on the same keys, the requests that have to be sent, and does nothing else; on that window manager nobody can be faster.
 
 The scripts are one-liners on the keys of sxhkd, on Openbox: `wmctrl -r :ACTIVE: -b remove,maximized_vert,maximized_horz && wmctrl -r
 :ACTIVE: -e 0,800,0,800,900`, and `xdotool getactivewindow windowsize 50% 100% windowmove 50% 0`.
