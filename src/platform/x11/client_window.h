@@ -6,6 +6,7 @@
 #include <bitset>
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -124,7 +125,7 @@ struct PendingFrame {
 /// The change of the iconic state that was asked for and has not shown yet.
 enum class IconRequest : std::uint8_t { none, iconify, restore };
 
-struct ClientWindow {
+struct ClientWindow : std::enable_shared_from_this<ClientWindow> {
   xcb_window_t id = XCB_WINDOW_NONE;
 
   std::string className;
@@ -186,6 +187,9 @@ struct ClientWindow {
   bool roleIdentifies = false;
   std::bitset<fieldCount> stale;
   bool isGone = false;
+
+  /// What the engine sees of it; null until it is first asked for.
+  std::unique_ptr<AccessibilityElement> element;
 
   /// Until when its appearance is not judged: it was shown by somebody else a moment ago, and who has the focus is not yet told.
   std::chrono::steady_clock::time_point settlesAt;

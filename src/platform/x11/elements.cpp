@@ -20,78 +20,87 @@ std::optional<AttributeValue> textValue(const std::optional<std::string>& text) 
   return AttributeValue(*text);
 }
 
+/// Made once for each window: a pass asks for all of them.
+Element elementOf(const ClientWindowRef& window, DesktopState& state) {
+  if (!window->element) window->element = std::make_unique<WindowElement>(*window, state);
+  return {window, window->element.get()};
+}
+
 }  // namespace
 
 std::optional<AttributeValue> WindowElement::value(AttributeName name) const {
-  if (window_->isGone) return std::nullopt;
-  const Rect frame = state_.accessibilityFrame(*window_);
+  if (window_.isGone) return std::nullopt;
   switch (name) {
     case AttributeName::role:
       return AttributeValue(std::string("AXWindow"));
     case AttributeName::subrole:
-      return AttributeValue(std::string(subrole(*window_)));
+      return AttributeValue(std::string(subrole(window_)));
     case AttributeName::minimized:
-      return AttributeValue(window_->isMinimizedByUser());
-    case AttributeName::position:
+      return AttributeValue(window_.isMinimizedByUser());
+    case AttributeName::position: {
+      const Rect frame = state_.accessibilityFrame(window_);
       return AttributeValue(Point{frame.x, frame.y});
-    case AttributeName::size:
+    }
+    case AttributeName::size: {
+      const Rect frame = state_.accessibilityFrame(window_);
       return AttributeValue(Size{frame.width, frame.height});
+    }
     case AttributeName::title:
-      return textValue(window_->name ? window_->name : window_->legacyName);
+      return textValue(window_.name ? window_.name : window_.legacyName);
     case AttributeName::identifier:
-      return window_->roleIdentifies ? textValue(window_->role) : std::nullopt;
+      return window_.roleIdentifies ? textValue(window_.role) : std::nullopt;
     case AttributeName::windowNumber:
-      return AttributeValue(Number(static_cast<std::int64_t>(window_->id)));
+      return AttributeValue(Number(static_cast<std::int64_t>(window_.id)));
     case AttributeName::hidden:
-      return AttributeValue(window_->marks.window);
+      return AttributeValue(window_.marks.window);
     default:
       return std::nullopt;
   }
 }
 
 bool WindowElement::canBeMoved() const {
-  if (window_->isFullscreen()) return false;
+  if (window_.isFullscreen()) return false;
   // Seen for the first time while it is maximised or iconic, it may have lost the action for so long.
-  return !window_->listsActions || window_->mayMove || window_->states.maximized() || window_->states.hidden;
+  return !window_.listsActions || window_.mayMove || window_.states.maximized() || window_.states.hidden;
 }
 
 bool WindowElement::canBeResized() const {
-  if (window_->isFullscreen() || window_->limits.isFixed()) return false;
-  return !window_->listsActions || window_->mayResize || window_->states.maximized() || window_->states.hidden;
+  if (window_.isFullscreen() || window_.limits.isFixed()) return false;
+  return !window_.listsActions || window_.mayResize || window_.states.maximized() || window_.states.hidden;
 }
 
 std::optional<bool> WindowElement::isSettable(AttributeName name) const {
-  if (window_->isGone) return std::nullopt;
+  if (window_.isGone) return std::nullopt;
   switch (name) {
     case AttributeName::position:
       return canBeMoved();
     case AttributeName::size:
       return canBeResized();
     case AttributeName::hidden:
-      return !window_->refusesHiding;
+      return !window_.refusesHiding;
     default:
       return false;
   }
 }
 
 void WindowElement::set(AttributeName name, const BoxedValue& value) {
-  if (window_->isGone) return;
+  if (window_.isGone) return;
   if (const auto* point = std::get_if<Point>(&value.value); point != nullptr && name == AttributeName::position) {
     if (!std::isfinite(point->x) || !std::isfinite(point->y)) return;
-    window_->frame.position = state_.toRoot(*point);
+    window_.frame.position = state_.toRoot(*point);
   } else if (const auto* size = std::get_if<Size>(&value.value); size != nullptr && name == AttributeName::size) {
     if (!std::isfinite(size->width) || !std::isfinite(size->height)) return;
-    window_->frame.size = *size;
+    window_.frame.size = *size;
   } else {
     return;
   }
-  state_.changes.written(window_);
+  state_.changes.written(window_.shared_from_this());
 }
 
 void WindowElement::set(AttributeName name, bool value) {
-  if (window_->isGone || name != AttributeName::hidden || window_->refusesHiding || window_->marks.window == value) return;
-  window_->marks.window = value;
-  state_.changes.written(window_);
+  if (window_.isGone || name != AttributeName::hidden || window_.refusesHiding || window_.marks.window == value) return;
+  window_.marks.window = value;
+  state_.changes.written(window_.shared_from_this());
 }
 
 std::optional<AttributeValue> ApplicationElement::value(AttributeName name) const {
@@ -99,15 +108,16 @@ std::optional<AttributeValue> ApplicationElement::value(AttributeName name) cons
   if (!application) return std::nullopt;
   if (name == AttributeName::windows) {
     std::vector<Element> elements;
+    elements.reserve(application->windows().size());
     for (const auto& window : application->windows()) {
-      if (state_.isListed(*window)) elements.push_back(std::make_shared<WindowElement>(window, state_));
+      if (state_.isListed(*window)) elements.push_back(elementOf(window, state_));
     }
     return AttributeValue(std::move(elements));
   }
   if (name == AttributeName::focusedWindow) {
-    auto active = state_.activeWindow();
+    const auto active = state_.activeWindow();
     if (!active || active->application != pid_) return std::nullopt;
-    return AttributeValue(Element(std::make_shared<WindowElement>(std::move(active), state_)));
+    return AttributeValue(elementOf(active, state_));
   }
   return std::nullopt;
 }

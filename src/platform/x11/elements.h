@@ -8,24 +8,24 @@
 
 namespace tilora::x11 {
 
-/// One window. Reads answer the requested state, writes of this turn included; writes wait for the end of the turn.
+/// One window, which owns it. Reads answer the requested state, writes of this turn included; writes wait for the end of the turn.
 class WindowElement : public AccessibilityElement {
  public:
   /// The state must outlive it.
-  WindowElement(ClientWindowRef window, DesktopState& state) : window_(std::move(window)), state_(state) {}
+  WindowElement(ClientWindow& window, DesktopState& state) : window_(window), state_(state) {}
 
   std::optional<AttributeValue> value(AttributeName name) const override;
   std::optional<bool> isSettable(AttributeName name) const override;
   void set(AttributeName name, const BoxedValue& value) override;
   void set(AttributeName name, bool value) override;
   /// The window's XID.
-  std::uint64_t hash() const override { return window_->id; }
+  std::uint64_t hash() const override { return window_.id; }
 
  private:
   bool canBeMoved() const;
   bool canBeResized() const;
 
-  ClientWindowRef window_;
+  ClientWindow& window_;
   DesktopState& state_;
 };
 
