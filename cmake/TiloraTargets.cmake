@@ -18,7 +18,9 @@ endif()
 
 add_library(tilora_options INTERFACE)
 target_include_directories(tilora_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
-target_compile_options(tilora_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${TILORA_WERROR}>:-Werror>)
+# Sources that are read together shadow each other's names, which says nothing about any of them.
+target_compile_options(tilora_options INTERFACE
+  -Wall -Wextra -Wpedantic $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wshadow> -Wconversion $<$<BOOL:${TILORA_WERROR}>:-Werror>)
 if(TILORA_FUZZ)
   target_compile_options(tilora_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
