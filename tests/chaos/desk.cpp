@@ -1,6 +1,8 @@
 // Starting, replacing and ending what a desktop consists of.
 #include "desk.h"
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <fstream>
 #include <iostream>
@@ -8,6 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "x_errors.h"
@@ -25,8 +28,9 @@ constexpr auto longestStart = std::chrono::seconds(30);
 constexpr std::uint32_t virtualDesktops = 3;
 /// What it says at each start: the check for updates is not due.
 constexpr const char* expectedOutput = "Releasewatch: backed off";
-/// What Qt says for it when the X server has gone.
-constexpr const char* saidOfABrokenConnection = "The X11 connection broke";
+/// What Tilora says when the X server has gone, the first in Qt's words.
+constexpr std::array<const char*, 2> saidWithoutAServer = {"The X11 connection broke", "tilora: there is no X server"};
+constexpr std::string_view errorOfTheServer = "(EE) ";
 constexpr const char* instanceSelection = "_TILORA_INSTANCE";
 
 /// For AddressSanitizer, where it is built in: it keeps nothing of what has been freed, so that growth is Tilora's own; what the libraries
@@ -89,7 +93,12 @@ void Desk::expectServerRuns() {
 
 std::string Desk::describeServer() {
   const auto end = server_.process().running() ? std::nullopt : server_.process().waitForEnd();
-  return describe(end) + ", " + lastLine(server_.process().output());
+  std::string text = describe(end);
+  std::istringstream output(server_.process().output());
+  for (std::string line; std::getline(output, line);) {
+    if (line.starts_with(errorOfTheServer) && line.size() > errorOfTheServer.size()) text += "\n  " + line;
+  }
+  return text;
 }
 
 void Desk::changeMonitors() {
@@ -240,7 +249,8 @@ void Desk::expectTiloraIsSilent() {
   const bool serverHasGone = !serverRuns();
   std::string unexpected;
   for (std::string line; std::getline(output, line);) {
-    const bool isOfTheServer = serverHasGone && line.starts_with(saidOfABrokenConnection);
+    const auto saysLine = [&](const char* said) { return line.starts_with(said); };
+    const bool isOfTheServer = serverHasGone && std::any_of(saidWithoutAServer.begin(), saidWithoutAServer.end(), saysLine);
     if (!line.empty() && !line.starts_with(expectedOutput) && !isOfTheServer) unexpected += line + "\n";
   }
   if (!unexpected.empty()) fault("Tilora has printed: " + unexpected);
