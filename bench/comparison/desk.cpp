@@ -190,9 +190,9 @@ void Desk::pause(milliseconds length) {
 
 std::optional<Sample> Desk::measure(const Chord& chord, Action action) {
   pause(milliseconds{std::uniform_int_distribution<int>(0, static_cast<int>(longestPause.count()))(pauses_)});
-  prepareToWatch();
   for (const auto key : chord.held) keyboard_.press(key);
   pause(holding);
+  prepareToWatch();
   display_.clearEvents();
   const auto start = Clock::now();
   keyboard_.press(chord.key);
