@@ -135,7 +135,7 @@ check-model:
 	@TILORA_MODEL_DESKTOPS=$(MODEL_DESKTOPS) $(BUILD)/tests/model/model_test
 
 ## Tilora side by side with other programs: keys, processor time, memory, start. Writes docs/comparison.md with its data and plots; takes
-## most of an hour, on a machine that does nothing else. BENCH_OPTIONS="--rounds 1 --presses 4 --idle 10 --starts 1 --windows 4,100" makes it short.
+## an hour and a quarter, on a machine that does nothing else. BENCH_OPTIONS="--presses 4 --idle 10 --starts 1 --windows 4,100" makes it short.
 BENCH_DATA ?= docs/data/comparison.csv
 BENCH_OPTIONS ?=
 bench:

@@ -1,15 +1,29 @@
-// Key presses and what follows them. Every round visits all programs, so that what else the machine does meets all alike.
+// Key presses and what follows them. The programs of a group press in turn, so that whatever else the machine does meets all of them alike.
+#include <algorithm>
 #include <iostream>
+#include <random>
 
-#include "contestants.h"
 #include "figures/programs.h"
-#include "harness/server.h"
+#include "machine.h"
 #include "run.h"
+#include "stage.h"
 
 namespace tilora::bench {
 namespace {
 
 constexpr int crowdOfAllActions = 4;
+
+/// Of each window manager Tilora and the floor; with the first, all that run without Tilora.
+std::vector<std::vector<std::string>> groups() {
+  std::vector<std::vector<std::string>> all;
+  for (const std::string& host : hosts) {
+    auto& group = all.emplace_back(std::vector{tiloraOn(host), floorOn(host)});
+    if (host != firstHost) continue;
+    group.insert(group.end(), scripts.begin(), scripts.end());
+    group.insert(group.end(), tilers.begin(), tilers.end());
+  }
+  return all;
+}
 
 /// In this order each action begins with the windows where the one before leaves them.
 std::vector<Action> actionsOf(const std::string& program, int crowd) {
@@ -25,10 +39,35 @@ std::vector<std::string> measuresOf(const std::vector<Action>& actions) {
   return names;
 }
 
-/// A window manager may leave things behind on its server that slow down whatever comes after it: JWM does, by five milliseconds a move.
-struct OwnServer {
-  harness::ServerProcess process;
-  harness::Display display{process.display()};
+/// The host of a virtual machine may have given so much of the processors to others during a press that counts; the system tells it in
+/// such steps.
+constexpr double mostStolenTicks = 1;
+/// A press that does not count is made again, but not for ever: so many presses for each that shall count.
+constexpr int mostTries = 6;
+
+/// What the presses of one action have shown so far.
+struct Presses {
+  Turns turns;
+  int made = 0;
+  std::vector<double> firsts;
+  std::vector<double> lasts;
+  std::vector<double> ownShares;
+  int missed = 0;
+  int disturbed = 0;
+
+  /// An even number is made: the next action finds the windows where this one found them, or its first key would change nothing.
+  bool isNextThere() const { return made % 2 == 0; }
+  bool areEnough(int wanted) const {
+    const int counted = static_cast<int>(lasts.size()) + missed;
+    return isNextThere() && (counted * (turns.backCounts ? 1 : 2) >= wanted || made >= wanted * mostTries);
+  }
+};
+
+/// A program of a group.
+struct Member {
+  std::string program;
+  std::unique_ptr<Stage> stage;
+  Presses presses;
 };
 
 class LatencyBench {
@@ -37,117 +76,98 @@ class LatencyBench {
 
   void measureAll() {
     for (round_ = 1; round_ <= run_.options().rounds; ++round_) {
-      for (const auto kind : harness::allWindowManagers) visitHost(kind);
-      for (const std::string& name : tilers) visitTiler(name);
+      for (const auto& group : groups()) {
+        for (const int crowd : run_.options().crowds) visit(group, crowd);
+      }
     }
   }
 
  private:
-  using Start = std::function<std::unique_ptr<Contestant>(Desk&)>;
-  struct Guest {
-    std::string name;
-    Start start;
-  };
-
-  /// Who is measured on a window manager; every other round in the reverse order.
-  std::vector<Guest> guestsOf(harness::WindowManagerKind kind) const {
-    const std::string host = harness::nameOf(kind);
-    std::vector<Guest> guests = {{tiloraOn(host), [](Desk& desk) { return startTilora(desk, Run::besides("tilora"), true); }},
-                                 {floorOn(host), [](Desk& desk) { return startFloor(desk, Run::besides("tilora-comparison-floor")); }}};
-    if (host == firstHost) {
-      for (const std::string& name : scripts) guests.push_back({name, [name](Desk& desk) { return startScript(desk, name); }});
-    }
-    std::erase_if(guests, [this](const Guest& guest) { return !run_.wants(guest.name); });
-    if (round_ % 2 == 0) std::reverse(guests.begin(), guests.end());
-    return guests;
-  }
-
-  void visitHost(harness::WindowManagerKind kind) {
-    const std::vector<Guest> guests = guestsOf(kind);
-    if (guests.empty()) return;
-    OwnServer server;
-    std::optional<Desk> desk;
-    std::optional<harness::WindowManager> manager;
-    const auto leave = [&] {
-      if (desk) desk->closeAll();
-      manager.reset();
-      desk.reset();
-    };
-    for (const int crowd : run_.options().crowds) {
-      for (const Guest& guest : guests) {
-        attempt(guest.name, crowd, [&] {
-          // After a failure nobody knows what the desktop is like: the next one begins anew.
-          if (!manager) {
-            leave();
-            manager.emplace(kind, desk.emplace(server.process.display(), server.display).session(), server.display);
-          }
-          desk->setCrowd(static_cast<std::size_t>(crowd));
-          try {
-            measure(guest.name, crowd, *desk, *guest.start(*desk));
-          } catch (...) {
-            leave();
-            throw;
-          }
-        });
-      }
-    }
-    leave();
-  }
-
-  void visitTiler(const std::string& name) {
-    if (!run_.wants(name)) return;
-    OwnServer server;
-    for (const int crowd : run_.options().crowds) {
-      attempt(name, crowd, [&] {
-        Desk desk(server.process.display(), server.display);
-        desk.setCrowd(static_cast<std::size_t>(crowd));
-        measure(name, crowd, desk, *startTiler(desk, name));
+  void visit(const std::vector<std::string>& group, int crowd) {
+    std::vector<Member> members;
+    for (const std::string& program : group) {
+      if (!run_.wants(program)) continue;
+      run_.attempt(entry(program, crowd), measuresOf(actionsOf(program, crowd)), [&] {
+        members.push_back({program, std::make_unique<Stage>(program, crowd, Probe::ownShare), {}});
+        std::cerr << "round " << round_ << ": " << program << ", " << crowd << " windows\n";
       });
     }
+    for (const Action action : {Action::exchange, Action::restore, Action::move}) measure(members, crowd, action);
   }
 
-  void attempt(const std::string& name, int crowd, const std::function<void()>& visit) {
-    run_.attempt({round_, name, crowd, {}, {}, {}}, measuresOf(actionsOf(name, crowd)), visit);
-  }
-
-  void measure(const std::string& name, int crowd, Desk& desk, Contestant& contestant) {
-    for (const Action action : actionsOf(name, crowd)) {
-      // One action that fails leaves the others their chance; the desktop is looked at again by each of them.
-      run_.attempt({round_, name, crowd, {}, {}, {}}, measuresOf({action}), [&] { measure(name, crowd, desk, contestant, action); });
-    }
-    std::cerr << "round " << round_ << ": " << name << ", " << crowd << " windows\n";
-  }
-
-  void measure(const std::string& name, int crowd, Desk& desk, Contestant& contestant, Action action) {
-    const Turns turns = contestant.prepare(action);
-    std::vector<double> firsts;
-    std::vector<double> lasts;
-    int missed = 0;
-    contestant.takeOwnShare();
-    // An even number: the next one finds the windows where this one found them, or its first key would change nothing.
-    const int presses = run_.options().presses + run_.options().presses % 2;
-    for (int i = 0; i < presses; ++i) {
-      const bool isThere = i % 2 == 0;
-      const auto sample = desk.measure(isThere ? turns.there : turns.back, action);
-      if (!isThere && !turns.backCounts) continue;
-      if (!sample) {
-        ++missed;
-        continue;
-      }
-      firsts.push_back(sample->first);
-      lasts.push_back(sample->last);
-    }
-    const auto add = [&](const std::string& what, const std::vector<double>& values) {
-      run_.add({round_, name, crowd, nameOf(action) + what, values, {}});
+  void measure(std::vector<Member>& members, int crowd, Action action) {
+    std::vector<Member*> ready;
+    // One that fails leaves the others their chance, and itself one with the next action, before which the desktop is looked at again.
+    const auto attempt = [&](Member& member, const std::function<void()>& step) {
+      return run_.attempt(entry(member.program, crowd), measuresOf({action}), step);
     };
-    add(measure::firstChange, firsts);
-    add(measure::lastChange, lasts);
-    add(measure::ownShare, contestant.takeOwnShare());
-    if (missed > 0) add(measure::missed, {static_cast<double>(missed)});
+    for (Member& member : members) {
+      const std::vector<Action> actions = actionsOf(member.program, crowd);
+      if (std::find(actions.begin(), actions.end(), action) == actions.end()) continue;
+      if (attempt(member, [&] { prepare(member, action); })) ready.push_back(&member);
+    }
+    const auto needsNoMore = [&](Member* member) { return member->presses.areEnough(run_.options().presses); };
+    std::vector<Member*> pressing = ready;
+    while (!pressing.empty()) {
+      // Nobody always comes after the same one, which may have left the processor busy.
+      std::shuffle(pressing.begin(), pressing.end(), order_);
+      std::erase_if(pressing, [&](Member* member) {
+        if (attempt(*member, [&] { press(*member, action); })) return needsNoMore(member);
+        std::erase(ready, member);
+        return true;
+      });
+    }
+    for (Member* member : ready) attempt(*member, [&] { add(*member, crowd, action); });
   }
+
+  static void prepare(Member& member, Action action) {
+    member.presses = {};
+    member.presses.turns = member.stage->contestant().prepare(action);
+    member.stage->contestant().takeOwnShare();
+  }
+
+  static void press(Member& member, Action action) {
+    Presses& presses = member.presses;
+    const bool isThere = presses.isNextThere();
+    const double before = processorTicks().stolen;
+    const auto sample = member.stage->desk().measure(isThere ? presses.turns.there : presses.turns.back, action);
+    const bool isDisturbed = processorTicks().stolen - before > mostStolenTicks;
+    const auto shares = member.stage->contestant().takeOwnShare();
+    ++presses.made;
+    if (!isThere && !presses.turns.backCounts) return;
+    if (isDisturbed) {
+      ++presses.disturbed;
+    } else if (sample) {
+      presses.firsts.push_back(sample->first);
+      presses.lasts.push_back(sample->last);
+      presses.ownShares.insert(presses.ownShares.end(), shares.begin(), shares.end());
+    } else {
+      ++presses.missed;
+    }
+  }
+
+  void add(const Member& member, int crowd, Action action) {
+    const Presses& presses = member.presses;
+    Entry filled = entry(member.program, crowd);
+    const auto add = [&](const std::string& what, const std::vector<double>& values) {
+      filled.measure = nameOf(action) + what;
+      filled.values = values;
+      run_.add(filled);
+    };
+    add(measure::firstChange, presses.firsts);
+    add(measure::lastChange, presses.lasts);
+    add(measure::ownShare, presses.ownShares);
+    if (presses.missed > 0) add(measure::missed, {static_cast<double>(presses.missed)});
+    if (presses.disturbed > 0) add(measure::disturbed, {static_cast<double>(presses.disturbed)});
+    if (presses.lasts.empty() && presses.missed == 0) throw Failure("other machines had the processors all the time");
+  }
+
+  Entry entry(const std::string& program, int crowd) const { return {round_, program, crowd, {}, {}, {}}; }
 
   Run& run_;
   int round_ = 0;
+  /// The same order in each run.
+  std::minstd_rand order_;
 };
 
 }  // namespace

@@ -53,6 +53,21 @@ std::string nowAndLoad() {
   return std::string(date.data()) + ", load " + load;
 }
 
+ProcessorTicks processorTicks() {
+  constexpr int column = 7;
+  std::ifstream file("/proc/stat");
+  std::string name;
+  file >> name;
+  ProcessorTicks ticks;
+  double value = 0;
+  // What stands behind that column is part of the first ones.
+  for (int i = 0; i <= column && file >> value; ++i) {
+    ticks.all += value;
+    if (i == column) ticks.stolen = value;
+  }
+  return ticks;
+}
+
 void noteMachine(Run& run) {
   utsname system{};
   uname(&system);

@@ -65,6 +65,16 @@ void noteSettings(Run& run) {
   run.note("settings", text.str());
 }
 
+/// How much of what the programs wanted of the processors since `before` other machines had.
+std::string stolenSince(const ProcessorTicks& before) {
+  const ProcessorTicks now = processorTicks();
+  constexpr double perCent = 100;
+  std::ostringstream text;
+  text << std::fixed << std::setprecision(1) << (now.stolen - before.stolen) / (now.all - before.all) * perCent
+       << " per cent of the processors' time taken by other machines on the host";
+  return text.str();
+}
+
 int measureAll(const Options& options) {
   Run run(options);
   if (!options.append) {
@@ -73,10 +83,11 @@ int measureAll(const Options& options) {
   }
   run.note("begun", nowAndLoad());
   run.note("columns", headLine());
+  const ProcessorTicks before = processorTicks();
   if (run.wantsPart("latency")) measureLatency(run);
   if (run.wantsPart("time")) measureProcessorTime(run);
   if (run.wantsPart("start")) measureStarts(run);
-  run.note("ended", nowAndLoad());
+  run.note("ended", nowAndLoad() + ", " + stolenSince(before));
   return run.failed() ? 1 : 0;
 }
 

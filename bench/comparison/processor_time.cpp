@@ -4,10 +4,9 @@
 #include <iostream>
 #include <thread>
 
-#include "contestants.h"
 #include "figures/programs.h"
-#include "harness/server.h"
 #include "run.h"
+#include "stage.h"
 #include "usage.h"
 
 namespace tilora::bench {
@@ -19,19 +18,11 @@ constexpr seconds stretch{10};
 constexpr seconds settling{3};
 constexpr double nanosecondsOfMillisecond = 1e6;
 
-/// One program over its windows, on a server of its own.
+/// A program whose processor time is counted.
 class Scene {
  public:
-  Scene(std::string program, int crowd) : program_(std::move(program)) {
-    desk_.setCrowd(static_cast<std::size_t>(crowd));
-    desk_.setWard(Run::besides("tilora-comparison-ward"));
-    const bool isTiler = std::find(tilers.begin(), tilers.end(), program_) != tilers.end();
-    const bool isScript = std::find(scripts.begin(), scripts.end(), program_) != scripts.end();
-    if (!isTiler) host_.emplace(harness::WindowManagerKind::openbox, desk_.session(), display_);
-    if (isTiler) contestant_ = startTiler(desk_, program_);
-    if (isScript) contestant_ = startScript(desk_, program_);
-    if (!isTiler && !isScript) contestant_ = startTilora(desk_, Run::besides("tilora"), false);
-    turns_ = contestant_->prepare(Action::move);
+  Scene(std::string program, int crowd) : program_(std::move(program)), stage_(program_, crowd, Probe::cost) {
+    turns_ = stage_.contestant().prepare(Action::move);
   }
 
   const std::string& program() const { return program_; }
@@ -42,17 +33,17 @@ class Scene {
     for (const pid_t process : processes()) sum += usageOf(process).processorTime;
     return sum / nanosecondsOfMillisecond;
   }
-  double serverTime() { return usageOf(server_.process().pid()).processorTime / nanosecondsOfMillisecond; }
+  double serverTime() { return usageOf(stage_.server()).processorTime / nanosecondsOfMillisecond; }
   /// Presses the keys in turn; false when nothing follows.
   bool press() {
     there_ = !there_;
-    return desk_.measure(there_ ? turns_.there : turns_.back, Action::move).has_value();
+    return stage_.desk().measure(there_ ? turns_.there : turns_.back, Action::move).has_value();
   }
 
  private:
   std::vector<pid_t> processes() const {
     std::vector<pid_t> all;
-    for (const pid_t ward : contestant_->processes()) {
+    for (const pid_t ward : stage_.contestant().processes()) {
       const std::vector<pid_t> found = descendantsOf(ward);
       if (found.empty()) throw Failure("the program has ended");
       all.insert(all.end(), found.begin(), found.end());
@@ -63,7 +54,7 @@ class Scene {
   /// Of the processes that have ended.
   double endedTime() const {
     double sum = 0;
-    for (const auto& file : desk_.costs()) {
+    for (const auto& file : stage_.desk().costs()) {
       double nanoseconds = 0;
       std::ifstream(file) >> nanoseconds;
       sum += nanoseconds;
@@ -72,11 +63,7 @@ class Scene {
   }
 
   std::string program_;
-  harness::ServerProcess server_;
-  harness::Display display_{server_.display()};
-  Desk desk_{server_.display(), display_};
-  std::optional<harness::WindowManager> host_;
-  std::unique_ptr<Contestant> contestant_;
+  Stage stage_;
   Turns turns_;
   bool there_ = false;
 };

@@ -31,12 +31,12 @@ void Run::add(const Entry& entry) {
   write(lineOf(entry));
 }
 
-void Run::attempt(const Entry& what, const std::vector<std::string>& measures, const std::function<void()>& measure) {
+bool Run::attempt(const Entry& what, const std::vector<std::string>& measures, const std::function<void()>& measure) {
   Entry entry = what;
   try {
     if (std::chrono::steady_clock::now() > end_) throw std::runtime_error("the time was up");
     measure();
-    return;
+    return true;
   } catch (const std::exception& exception) {
     entry.failure = exception.what();
   }
@@ -48,6 +48,7 @@ void Run::attempt(const Entry& what, const std::vector<std::string>& measures, c
     entry.measure = name;
     add(entry);
   }
+  return false;
 }
 
 std::filesystem::path Run::besides(const char* name) { return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name; }

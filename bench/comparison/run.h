@@ -13,15 +13,15 @@
 namespace tilora::bench {
 
 struct Options {
-  int rounds = 2;
+  int rounds = 1;
   /// Key presses for each action, program, number of windows and round; one more when it is odd.
-  int presses = 8;
+  int presses = 20;
   /// How long nothing is done while processor time is taken.
   int idleSeconds = 60;
   int starts = 3;
   std::vector<int> crowds = {4, 20, 100, 500};
   /// After this no measurement is begun any more.
-  int minutes = 55;
+  int minutes = 100;
   /// Names of programs; empty: all of them.
   std::vector<std::string> only;
   /// "time", "start", "latency"; empty: all of them.
@@ -41,8 +41,8 @@ class Run {
   bool wantsPart(const std::string& part) const;
   void note(const std::string& fact, const std::string& text);
   void add(const Entry& entry);
-  /// Does something that measures `measures` of a program. When it throws, that is what is noted for each of them.
-  void attempt(const Entry& what, const std::vector<std::string>& measures, const std::function<void()>& measure);
+  /// Does something that measures `measures` of a program. When it throws, that is what is noted for each of them, and the answer is no.
+  bool attempt(const Entry& what, const std::vector<std::string>& measures, const std::function<void()>& measure);
   bool failed() const { return failed_; }
 
   /// A program that was built beside this one.
@@ -57,7 +57,7 @@ class Run {
   bool failed_ = false;
 };
 
-/// How long key presses take to show: all programs on one server, in turn, in several rounds.
+/// How long key presses take to show: each program on a server of its own, press by press in turn.
 void measureLatency(Run& run);
 /// Processor time of the programs that run all the time, each on a server of its own at the same time; then what a key press costs.
 void measureProcessorTime(Run& run);

@@ -157,17 +157,34 @@ std::string pairTable(const Record& record, const std::string& action) {
   return markdown(table);
 }
 
+double sumOf(const std::vector<double>& counts) { return std::accumulate(counts.begin(), counts.end(), 0.0); }
+
 std::string missedPresses(const Record& record) {
   std::ostringstream text;
   for (const std::string& program : contestants()) {
     for (const int windows : record.crowds()) {
       for (const std::string& action : {measure::move, measure::exchange, measure::restore}) {
-        const std::vector<double> counts = record.values(program, windows, action + measure::missed);
-        const double sum = std::accumulate(counts.begin(), counts.end(), 0.0);
+        const double sum = sumOf(record.values(program, windows, action + measure::missed));
         if (sum > 0) text << "- " << program << ", " << windows << " windows, " << action << ": " << sum << " presses without effect.\n";
       }
     }
   }
+  return text.str();
+}
+
+/// Of all actions: how many presses count, and how many had to be made again.
+std::string disturbedPresses(const Record& record) {
+  std::size_t counted = 0;
+  double disturbed = 0;
+  for (const Entry& entry : record.entries) {
+    if (entry.measure.ends_with(measure::disturbed)) disturbed += sumOf(entry.values);
+    for (const std::string& action : {measure::move, measure::exchange, measure::restore}) {
+      if (entry.measure == action + measure::lastChange) counted += entry.values.size();
+    }
+  }
+  std::ostringstream text;
+  text << counted << " presses count; " << disturbed << " were made again, since the host of this virtual machine had given more than ten "
+       << "milliseconds of its processors\nto others in the half second around them.\n\n";
   return text.str();
 }
 
@@ -205,13 +222,14 @@ parentheses. "failed" is explained at the end, "-" is not measured, and "*" mark
 )";
 
 constexpr const char* moveText =
-    R"(Milliseconds from the press (XTEST) to the first and to the last ConfigureNotify of the windows, on an Xvfb of 1600 x 900 pixels that is
-started anew for each window manager. Programs are visited in turn, and presses come at uneven intervals, out of step with every clock,
-with the modifiers held for 50 milliseconds before, as hands do. The active window goes to the other half. In a window manager that tiles
-by itself it changes places with its neighbour, which moves too, on a desktop with four windows; the others are on six further desktops. On
-the other window managers all windows are on one desktop, where Tilora and the bare client have all but the active one hidden, and the
-scripts show all. The four windows that are moved are an application each, the others belong to ten applications. The bare client is the
-floor: it sends, on the same keys, the requests that have to be sent, and does nothing else; on that window manager nobody can be faster.
+    R"(Milliseconds from the press (XTEST) to the first and to the last ConfigureNotify of the windows. Each program is on an Xvfb of 1600 x 900
+pixels of its own. Tilora and the bare client on the same window manager press in turn, the programs that run without Tilora in turn with
+those two on Openbox, so that whatever else the machine does meets them alike. Presses come at uneven intervals, out of step with every
+clock, with the modifiers held for 50 milliseconds before, as hands do. The active window goes to the other half. In a window manager that
+tiles by itself it changes places with its neighbour, which moves too, on a desktop with four windows; the others are on six further
+desktops. On the other window managers all windows are on one desktop, where Tilora and the bare client have all but the active one hidden,
+and the scripts show all. The four windows that are moved are an application each, the others belong to ten applications. The bare client is
+the floor: it sends, on the same keys, the requests that have to be sent, and does nothing else; on that window manager nobody can be faster.
 
 The scripts are one-liners on the keys of sxhkd, on Openbox: `wmctrl -r :ACTIVE: -b remove,maximized_vert,maximized_horz && wmctrl -r
 :ACTIVE: -e 0,800,0,800,900`, and `xdotool getactivewindow windowsize 50% 100% windowmove 50% 0`.
@@ -279,7 +297,8 @@ std::string document(const Record& record, const std::string& pictures, const st
   std::ostringstream text;
   text << "# Tilora beside other programs\n\n" << intro << facts(record) << "## What it says\n\n" << findings(record);
   text << "## A move\n\n"
-       << moveText << picture(record, pictures, "latency.svg") << picture(record, pictures, "hosts.svg") << markdown(floorTable(record));
+       << moveText << picture(record, pictures, "latency.svg") << picture(record, pictures, "hosts.svg") << disturbedPresses(record)
+       << markdown(floorTable(record));
   text << "### To the first change\n\n" << table(contestants(), measure::move + measure::firstChange, 2);
   text << "### To the last change\n\n" << table(contestants(), measure::move + measure::lastChange, 2);
   text << "### Tilora's own share\n\n" << shareText << table(tilorasEverywhere, measure::move + measure::ownShare, 3);

@@ -13,10 +13,12 @@ namespace tilora::bench {
 
 /// What is measured of a program, by the name in the data.
 namespace measure {
-/// Milliseconds from the key press to the first and to the last change of a window, and the presses that nothing followed.
+/// Milliseconds from the key press to the first and to the last change of a window; the presses that nothing followed, and those that do not
+/// count since the host of a virtual machine gave its processors to others.
 inline const std::string firstChange = " first";
 inline const std::string lastChange = " last";
 inline const std::string missed = " missed";
+inline const std::string disturbed = " disturbed";
 /// Milliseconds from reading the key press to writing the last request that follows from it, inside the program.
 inline const std::string ownShare = " own share";
 inline const std::string move = "move";
