@@ -62,6 +62,7 @@ void noteSettings(Run& run) {
   std::ostringstream text;
   text << options.rounds << " rounds of " << options.presses << " presses; " << options.idleSeconds << " seconds of nothing; "
        << options.starts << " starts";
+  for (const std::string& part : options.parts) text << (&part == &options.parts.front() ? "; only of " : " and ") << part;
   run.note("settings", text.str());
 }
 
@@ -77,10 +78,8 @@ std::string stolenSince(const ProcessorTicks& before) {
 
 int measureAll(const Options& options) {
   Run run(options);
-  if (!options.append) {
-    noteMachine(run);
-    noteSettings(run);
-  }
+  if (!options.append) noteMachine(run);
+  noteSettings(run);
   run.note("begun", nowAndLoad());
   run.note("columns", headLine());
   const ProcessorTicks before = processorTicks();
