@@ -143,7 +143,12 @@ void Desk::killWindowManager() {
 
 void Desk::ensureWindowManager() {
   if (managerRuns()) return;
-  if (manager_) ++counts_.managersFailed;
+  if (manager_) {
+    ++counts_.managersFailed;
+    harness::ManagedProcess& process = manager_->process();
+    const auto end = process.waitForEnd();
+    std::cout << harness::nameOf(kind_) << " has ended by itself, " << describe(end) << ": " << lastLine(process.output()) << std::endl;
+  }
   manager_.reset();
   try {
     startWindowManager();

@@ -126,8 +126,44 @@ struct PendingFrame {
 enum class IconRequest : std::uint8_t { none, iconify, restore };
 
 struct ClientWindow : std::enable_shared_from_this<ClientWindow> {
+  // What every pass asks of every window comes first and close together: with very many windows a pass mostly waits for memory.
   xcb_window_t id = XCB_WINDOW_NONE;
+  /// The process id of the application that it belongs to; assigned once.
+  ProcessId application = 0;
+  /// What the engine sees of it; null until it is first asked for.
+  std::unique_ptr<AccessibilityElement> element;
+  /// Until when its appearance is not judged: it was shown by somebody else a moment ago, and who has the focus is not yet told.
+  std::chrono::steady_clock::time_point settlesAt;
+  /// The virtual desktop; absent: on all of them.
+  std::optional<std::uint32_t> desktop;
+  WindowType type = WindowType::unset;
+  bool isGone = false;
+  /// Whether the window that it is transient for is another one of the listed windows.
+  bool hasParent = false;
+  xcb_window_t transientFor = XCB_WINDOW_NONE;
+  WindowStates states;
+  /// Whether the window manager lists its allowed actions at all, and which of those in use it has ever listed: some take them from the
+  /// list while the window is iconic, maximised or on another desktop.
+  bool listsActions = false;
+  bool mayMove = false;
+  bool mayResize = false;
+  /// The requested state; it is on its way to the window, or already there.
+  HideMarks marks;
+  /// What the window's own property holds.
+  HideMarks storedMarks;
+  IconRequest iconRequest = IconRequest::none;
+  /// It was asked to become iconic and did not.
+  bool refusesHiding = false;
+  /// Whether `role` tells it from the other windows of its application and will be the same the next time.
+  bool roleIdentifies = false;
+  PixelRect client;
+  Extents decoration;
+  Extents shadow;
 
+  SizeLimits limits;
+  std::optional<std::string> name;
+  std::optional<std::string> legacyName;
+  std::string role;
   std::string className;
   std::string instanceName;
   std::string machine;
@@ -137,36 +173,11 @@ struct ClientWindow : std::enable_shared_from_this<ClientWindow> {
   std::uint32_t clientProcess = 0;
   /// What the window itself says; meaningful only together with `machine`. 0: nothing.
   std::uint32_t declaredProcess = 0;
-
-  WindowType type = WindowType::unset;
-  xcb_window_t transientFor = XCB_WINDOW_NONE;
-  /// Whether the window that it is transient for is another one of the listed windows.
-  bool hasParent = false;
-  WindowStates states;
-  /// Whether the window manager lists its allowed actions at all, and which of those in use it has ever listed: some take them from the
-  /// list while the window is iconic, maximised or on another desktop.
-  bool listsActions = false;
-  bool mayMove = false;
-  bool mayResize = false;
-  /// The virtual desktop; absent: on all of them.
-  std::optional<std::uint32_t> desktop;
-  PixelRect client;
   /// The width of the border that the client asked for, once it is known; managers take it away, and some reckon with it all the same.
   std::optional<int> declaredBorder;
-  Extents decoration;
-  Extents shadow;
-  SizeLimits limits;
-  std::optional<std::string> name;
-  std::optional<std::string> legacyName;
-  std::string role;
   std::optional<Strut> strutPartial;
   std::optional<Strut> strut;
 
-  /// The requested state; it is on its way to the window, or already there.
-  HideMarks marks;
-  /// What the window's own property holds.
-  HideMarks storedMarks;
-  IconRequest iconRequest = IconRequest::none;
   std::chrono::steady_clock::time_point iconRequestedAt;
   /// Whether a restore was asked for before the window was seen to follow the request to become iconic: that it is not iconic says nothing
   /// then.
@@ -175,24 +186,11 @@ struct ClientWindow : std::enable_shared_from_this<ClientWindow> {
   int restoreAttempts = 0;
   /// Whether it is mapped although it is iconic: the server maps the windows of a manager that dies, and the next one may leave it at that.
   bool mapIsNoRequest = false;
-  /// It was asked to become iconic and did not.
-  bool refusesHiding = false;
   PendingFrame frame;
 
-  /// The process id of the application that it belongs to; assigned once.
-  ProcessId application = 0;
   /// Larger: focused more recently; 0: never seen focused.
   std::uint64_t focusSerial = 0;
-  /// Whether `role` tells it from the other windows of its application and will be the same the next time.
-  bool roleIdentifies = false;
   std::bitset<fieldCount> stale;
-  bool isGone = false;
-
-  /// What the engine sees of it; null until it is first asked for.
-  std::unique_ptr<AccessibilityElement> element;
-
-  /// Until when its appearance is not judged: it was shown by somebody else a moment ago, and who has the focus is not yet told.
-  std::chrono::steady_clock::time_point settlesAt;
 
   bool isSettling() const { return settlesAt != std::chrono::steady_clock::time_point{} && std::chrono::steady_clock::now() < settlesAt; }
   /// Fullscreen by somebody else's wish.

@@ -32,6 +32,8 @@ bool DesktopState::isDesktopShown() const {
 bool DesktopState::isListed(const ClientWindow& window) const {
   const auto& facts = model.facts();
   if (isDesktopShown() || !window.isOn(facts.currentDesktop) || window.isSettling()) return false;
+  // As nearly always: then it need not be worked out where the window is.
+  if (covered_.empty()) return true;
   const auto monitor = monitorOf(window);
   return !monitor || *monitor >= covered_.size() || !covered_[*monitor];
 }
@@ -70,6 +72,7 @@ void DesktopState::updateCoveredMonitors() {
       if (intersection(visible, monitor) == monitor) covered_[i] = true;
     }
   }
+  if (std::ranges::find(covered_, true) == covered_.end()) covered_.clear();
   // A window that the user brought in front of a fullscreen one is worked with again.
   const auto active = activeWindow();
   if (!active || active->isFullscreen()) return;

@@ -58,6 +58,7 @@ class DesktopState {
   void updateCoveredMonitors();
 
  private:
+  /// By the index of the monitor; empty while no monitor is.
   std::vector<bool> covered_;
 };
 

@@ -109,6 +109,8 @@ class X11Desktop::Parts {
     std::uint64_t question = 0;
   };
   std::deque<Settling> settling_;
+  /// All windows that were shown and have not settled when this was last looked through.
+  std::vector<ClientWindowRef> unsettled_;
   bool isTakingKey_ = false;
   std::deque<xcb_key_press_event_t> laterKeys_;
   bool screensAreStale_ = false;
@@ -249,6 +251,7 @@ class X11Desktop::Parts {
       const bool answers = traitsOf(state.model.facts().windowManagerName).answersFrameExtents &&
                            state.model.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
       for (const auto& window : shown) window->settlesAt = now + (answers ? longestSettling : settlingUnasked);
+      unsettled_.insert(unsettled_.end(), shown.begin(), shown.end());
       stampFocus();
       if (answers) settling_.push_back({shown, state.barrier.ask()});
       connection_.flush();
@@ -257,6 +260,12 @@ class X11Desktop::Parts {
       for (const auto& window : settling_.front().windows) window->settlesAt = std::min(window->settlesAt, now + settlingAnswered);
       settling_.pop_front();
     }
+    // What has settled is not asked for the time any more, which every pass would do several times for each window.
+    std::erase_if(unsettled_, [now](const ClientWindowRef& window) {
+      if (now < window->settlesAt) return false;
+      window->settlesAt = {};
+      return true;
+    });
   }
 
   void windowManagerTookOver() {
