@@ -13,8 +13,8 @@ namespace tilora::bench {
 
 /// What is measured of a program, by the name in the data.
 namespace measure {
-/// Milliseconds from the key press to the first and to the last change of a window; the presses that nothing followed, and those that do not
-/// count since the host of a virtual machine gave its processors to others.
+/// Milliseconds from the key press to the first and to the last change of a window; the presses that nothing followed, and those that do
+/// not count since the host of a virtual machine gave its processors to others.
 inline const std::string firstChange = " first";
 inline const std::string lastChange = " last";
 inline const std::string missed = " missed";
