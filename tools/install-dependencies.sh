@@ -18,7 +18,8 @@ debian_packages() {
       echo xvfb x11-xserver-utils x11-xkb-utils openbox tint2 xterm mousepad featherpad
       echo dbus-daemon fonts-dejavu-core adwaita-icon-theme xdg-utils
       ;;
-    test) debian_packages run; echo qml6-module-qttest xserver-xorg-core xserver-xorg-video-dummy trayer xfce4-panel xfwm4 icewm marco mate-settings-daemon-common mate-desktop-common metacity ;;
+    # The TestCase of the first imports the second, which is none of its dependencies.
+    test) debian_packages run; echo qml6-module-qttest qml6-module-qtquick-window xserver-xorg-core xserver-xorg-video-dummy trayer xfce4-panel xfwm4 icewm marco mate-settings-daemon-common mate-desktop-common metacity ;;
     desktops) debian_packages test; echo fluxbox jwm kwin-x11 mutter ;;
     bench) debian_packages desktops; echo libbenchmark-dev valgrind i3-wm bspwm sxhkd herbstluftwm dwm awesome wmctrl xdotool gnuplot-nox ;;
     check) echo clang clang-format clang-tidy ;;
