@@ -100,18 +100,31 @@ void Calm::cureLies() {
   display.sync();
 }
 
-/// Starts the window manager if it has ended by itself, without what it may have died of.
+/// Starts the window manager if it has ended by itself, without what it may have died of; another one if that does not help.
 void Calm::reviveWindowManager() {
   if (desk_.managerRuns()) return;
   cureLies();
   desk_.ensureWindowManager();
+  if (!desk_.managerRuns()) takeAnotherWindowManager();
+}
+
+/// There are desktops of which one dies whenever it starts: Mutter for example, when it does not know the mode of a monitor.
+void Calm::takeAnotherWindowManager() {
+  const auto kind = desk_.windowManager();
+  desk_.replaceWindowManager(kind == harness::WindowManagerKind::openbox ? harness::WindowManagerKind::xfwm4
+                                                                         : harness::WindowManagerKind::openbox);
 }
 
 void Calm::waitForAPass() {
   if (desk_.makesAPass(patience)) return;
-  // There is none without a window manager.
-  reviveWindowManager();
-  if (!desk_.makesAPass(longestStandstill)) desk_.fault("Tilora stands still, " + desk_.describeManager());
+  // There is none without a window manager, and one that was started anew may end again.
+  for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    reviveWindowManager();
+    mapDropped();
+    if (desk_.makesAPass(longestStandstill)) return;
+    if (desk_.managerRuns()) break;
+  }
+  desk_.fault("Tilora stands still, " + desk_.describeManager());
 }
 
 void Calm::expectWorkGoesOn() {
@@ -265,9 +278,7 @@ bool Calm::isForgottenByItsManager(const Population::Reference& reference) {
   if (comesBackWithout) return false;
   if (comesBack(reference)) return true;
   if (desk_.managerRuns()) return false;
-  const auto kind = desk_.windowManager();
-  desk_.replaceWindowManager(kind == harness::WindowManagerKind::openbox ? harness::WindowManagerKind::xfwm4
-                                                                         : harness::WindowManagerKind::openbox);
+  takeAnotherWindowManager();
   mapDropped();
   return comesBack(reference);
 }

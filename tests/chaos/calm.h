@@ -27,6 +27,7 @@ class Calm {
   void letGo();
   void cureLies();
   void reviveWindowManager();
+  void takeAnotherWindowManager();
   void waitForAPass();
   void expectWorkGoesOn();
   /// Opens a window and activates it; nothing when it is not managed, listed and active then.
