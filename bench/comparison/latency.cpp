@@ -27,8 +27,7 @@ std::vector<std::vector<std::string>> groups() {
 
 /// In this order each action begins with the windows where the one before leaves them.
 std::vector<Action> actionsOf(const std::string& program, int crowd) {
-  const bool isScript = std::find(scripts.begin(), scripts.end(), program) != scripts.end();
-  if (crowd != crowdOfAllActions || isScript) return {Action::move};
+  if (crowd != crowdOfAllActions || isScript(program)) return {Action::move};
   return {Action::exchange, Action::restore, Action::move};
 }
 

@@ -9,21 +9,19 @@
 namespace tilora::bench {
 namespace {
 
-bool isOneOf(const auto& names, const std::string& name) { return std::find(names.begin(), names.end(), name) != names.end(); }
-
 /// Nothing for one that is a window manager itself.
 std::optional<harness::WindowManagerKind> hostOf(const std::string& program) {
-  if (isOneOf(tilers, program)) return std::nullopt;
+  if (isTiler(program)) return std::nullopt;
   for (const auto kind : harness::allWindowManagers) {
     const std::string host = harness::nameOf(kind);
-    if (program == tiloraOn(host) || program == floorOn(host) || (host == firstHost && isOneOf(scripts, program))) return kind;
+    if (program == tiloraOn(host) || program == floorOn(host) || (host == firstHost && isScript(program))) return kind;
   }
   throw Failure("there is no program " + program);
 }
 
 std::unique_ptr<Contestant> started(const std::string& program, Desk& desk, Probe probe) {
-  if (isOneOf(tilers, program)) return startTiler(desk, program);
-  if (isOneOf(scripts, program)) return startScript(desk, program);
+  if (isTiler(program)) return startTiler(desk, program);
+  if (isScript(program)) return startScript(desk, program);
   const bool isFloor = std::any_of(hosts.begin(), hosts.end(), [&](const std::string& host) { return program == floorOn(host); });
   if (isFloor) return startFloor(desk, Run::besides("tilora-comparison-floor"));
   return startTilora(desk, Run::besides("tilora"), probe == Probe::ownShare);

@@ -16,10 +16,10 @@ class Start {
  public:
   Start(std::string program, int crowd) : program_(std::move(program)) {
     desk_.setCrowd(static_cast<std::size_t>(crowd));
-    if (!isTiler()) host_.emplace(harness::WindowManagerKind::openbox, desk_.session(), display_);
+    if (!isTiler(program_)) host_.emplace(harness::WindowManagerKind::openbox, desk_.session(), display_);
     desk_.openCrowd();
     // As a window manager before it would have left them: bspwm takes no others.
-    if (isTiler()) {
+    if (isTiler(program_)) {
       for (const xcb_window_t window : desk_.windows()) display_.setCardinals(window, "_NET_WM_DESKTOP", "CARDINAL", {0});
     }
     if (host_) {
@@ -38,9 +38,8 @@ class Start {
   }
 
   Sample measure() {
-    const bool isScript = std::find(scripts.begin(), scripts.end(), program_) != scripts.end();
     const auto press = [&] { desk_.press(toTheRight); };
-    const auto sample = desk_.measureStart([&] { start(); }, isScript ? std::function<void()>(press) : nullptr);
+    const auto sample = desk_.measureStart([&] { start(); }, isScript(program_) ? std::function<void()>(press) : nullptr);
     if (!sample) throw Failure("it tiles nothing");
     return *sample;
   }
@@ -56,10 +55,8 @@ class Start {
   }
 
  private:
-  bool isTiler() const { return std::find(tilers.begin(), tilers.end(), program_) != tilers.end(); }
-
   void start() {
-    if (isTiler()) {
+    if (isTiler(program_)) {
       processes_ = startPrograms(desk_, program_);
     } else if (program_ == tiloraOn(firstHost)) {
       processes_.push_back(desk_.start({Run::besides("tilora").string()}));

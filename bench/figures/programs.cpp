@@ -1,6 +1,8 @@
 // The lists of programs.
 #include "figures/programs.h"
 
+#include <algorithm>
+
 namespace tilora::bench {
 namespace {
 
@@ -10,6 +12,10 @@ void addOthers(std::vector<std::string>& names) {
 }
 
 }  // namespace
+
+bool isTiler(const std::string& program) { return std::find(tilers.begin(), tilers.end(), program) != tilers.end(); }
+
+bool isScript(const std::string& program) { return std::find(scripts.begin(), scripts.end(), program) != scripts.end(); }
 
 std::string tiloraOn(const std::string& host) { return "Tilora on " + host; }
 

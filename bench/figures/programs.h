@@ -21,6 +21,9 @@ inline const std::array<std::string, 5> tilers = {"i3", "bspwm with sxhkd", "her
 /// One-liners on the keys of sxhkd, on the first host.
 inline const std::array<std::string, 2> scripts = {"wmctrl script", "xdotool script"};
 
+bool isTiler(const std::string& program);
+bool isScript(const std::string& program);
+
 /// All whose latency is measured.
 std::vector<std::string> contestants();
 /// All whose processor time, memory and start are measured.
