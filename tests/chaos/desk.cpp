@@ -65,11 +65,6 @@ std::size_t openDescriptors(pid_t process) {
   return static_cast<std::size_t>(std::distance(open, {}));
 }
 
-std::string describe(const std::optional<harness::ProcessEnd>& end) {
-  if (!end) return "it runs on";
-  return end->signal ? "signal " + std::to_string(*end->signal) : "status " + std::to_string(end->status.value_or(0));
-}
-
 std::string lastLine(std::string text) {
   while (text.ends_with('\n')) text.pop_back();
   return text.substr(text.rfind('\n') + 1);
@@ -93,7 +88,7 @@ void Desk::expectServerRuns() {
 
 std::string Desk::describeServer() {
   const auto end = server_.process().running() ? std::nullopt : server_.process().waitForEnd();
-  std::string text = describe(end);
+  std::string text = harness::describe(end);
   std::istringstream output(server_.process().output());
   for (std::string line; std::getline(output, line);) {
     if (line.starts_with(errorOfTheServer) && line.size() > errorOfTheServer.size()) text += "\n  " + line;
@@ -147,7 +142,8 @@ void Desk::ensureWindowManager() {
     ++counts_.managersFailed;
     harness::ManagedProcess& process = manager_->process();
     const auto end = process.waitForEnd();
-    std::cout << harness::nameOf(kind_) << " has ended by itself, " << describe(end) << ": " << lastLine(process.output()) << std::endl;
+    std::cout << harness::nameOf(kind_) << " has ended by itself, " << harness::describe(end) << ": " << lastLine(process.output())
+              << std::endl;
   }
   manager_.reset();
   try {
@@ -210,7 +206,8 @@ void Desk::endTilora() {
   expectNoUnexpectedErrors();
   tilora_->signal(SIGTERM);
   const auto end = tilora_->waitForEnd(longestStart);
-  if (end != harness::ProcessEnd{.status = 0, .signal = {}}) fault("Tilora does not end well, " + describe(end) + ": " + tilora_->output());
+  if (end != harness::ProcessEnd{.status = 0, .signal = {}})
+    fault("Tilora does not end well, " + harness::describe(end) + ": " + tilora_->output());
   expectTiloraIsSilent();
   expectNoUnexpectedErrors();
   tilora_.reset();
@@ -229,7 +226,7 @@ void Desk::expectTiloraEndedWithTheServer() {
   if (!tilora_) return;
   const auto end = tilora_->waitForEnd();
   if (end != harness::ProcessEnd{.status = 1, .signal = {}})
-    fault("Tilora does not end well with the X server, " + describe(end) + ": " + tilora_->output());
+    fault("Tilora does not end well with the X server, " + harness::describe(end) + ": " + tilora_->output());
   expectTiloraIsSilent();
   tilora_.reset();
 }
@@ -245,7 +242,7 @@ bool Desk::makesAPass(std::chrono::milliseconds deadline) {
 void Desk::expectTiloraRuns() {
   if (!tilora_ || tilora_->running()) return;
   const auto end = tilora_->waitForEnd();
-  fault("Tilora has ended by itself, " + describe(end) + ": " + tilora_->output());
+  fault("Tilora has ended by itself, " + harness::describe(end) + ": " + tilora_->output());
   tilora_.reset();
 }
 

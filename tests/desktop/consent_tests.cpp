@@ -86,6 +86,16 @@ TEST_P(ConsentTest, ConsentIsAskedForOnce) {
   EXPECT_EQ(display.clientList(), std::vector<xcb_window_t>{app.window});
 }
 
+TEST_P(ConsentTest, TheDialogIsThereUntilTheWindowManagerHasLetGoOfIt) {
+  startAndAsk();
+  windowManager->process().signal(SIGSTOP);
+  keyboard.tap(Key::enter);
+  EXPECT_TRUE(comesTrue([&] { return !display.viewable(dialog); }));
+  EXPECT_TRUE(display.clientArea(dialog));
+  windowManager->process().signal(SIGCONT);
+  EXPECT_TRUE(comesTrue([&] { return !display.clientArea(dialog); }));
+}
+
 INSTANTIATE_TEST_SUITE_P(On, ConsentTest, testing::ValuesIn(allWindowManagers), windowManagerOf);
 
 }  // namespace

@@ -22,7 +22,9 @@ void DesktopTest::TearDown() {
     const auto end = tilora->waitForEnd(std::chrono::milliseconds(0));
     EXPECT_TRUE(!end || end->status == 0 || end->signal == SIGKILL) << "Tilora has ended: " << tilora->output();
   }
-  if (HasFailure()) std::cout << display.describe() << (tilora ? tilora->output() : "") << std::endl;
+  if (!HasFailure()) return;
+  std::cout << display.describe() << (tilora ? tilora->output() : "") << std::endl;
+  if (windowManager) std::cout << windowManager->describe() << std::endl;
 }
 
 void DesktopTest::startWindowManager(WindowManagerOptions options) { windowManager.emplace(GetParam(), session, display, options); }

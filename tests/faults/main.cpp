@@ -36,11 +36,6 @@ struct Tally {
   std::map<std::string, int> ends = {};
 };
 
-std::string describe(const harness::ProcessEnd& end) {
-  if (end.signal) return "signal " + std::to_string(*end.signal);
-  return end.status ? "status " + std::to_string(*end.status) : "no end";
-}
-
 class Sweep {
  public:
   explicit Sweep(std::string name) : name_(std::move(name)) {}
@@ -50,7 +45,7 @@ class Sweep {
     ++tally.trials;
     tally.tiled += outcome.tiled ? 1 : 0;
     tally.stored += outcome.placeIsStored ? 1 : 0;
-    ++tally.ends[describe(outcome.end) + (outcome.isAskedTwice ? " when asked again" : "")];
+    ++tally.ends[harness::describe(outcome.end) + (outcome.isAskedTwice ? " when asked again" : "")];
     for (const std::string& failure : outcome.failures) fail(what, which, failure);
     if (what == noFault && !outcome.tiled) fail(what, which, "nothing is tiled");
     if (what == noFault && !outcome.placeIsStored) fail(what, which, "nothing is stored");

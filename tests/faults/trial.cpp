@@ -71,15 +71,16 @@ Outcome Trials::run(const harness::Environment& additions) {
   harness::ManagedProcess program = session_.start({program_.string()}, additions);
   live(program, outcome);
   program.signal(SIGTERM);
-  auto end = program.waitForEnd(longestEnd);
-  if (!end) {
+  outcome.end = program.waitForEnd(longestEnd);
+  if (!outcome.end) {
     outcome.isAskedTwice = true;
     program.signal(SIGTERM);
-    end = program.waitForEnd();
+    outcome.end = program.waitForEnd();
   }
-  if (!end) outcome.failures.emplace_back("it does not end");
-  outcome.end = end.value_or(harness::ProcessEnd{});
-  if (outcome.end.signal) outcome.failures.push_back("it ends by signal " + std::to_string(*outcome.end.signal) + ": " + program.output());
+  if (!outcome.end) outcome.failures.emplace_back("it does not end");
+  if (outcome.end && outcome.end->signal) {
+    outcome.failures.push_back("it ends by " + harness::describe(outcome.end) + ": " + program.output());
+  }
   program.terminate();
   expectWindows(outcome);
   expectSettings(outcome);
@@ -122,7 +123,7 @@ bool Trials::comesBack(xcb_window_t window) {
 }
 
 void Trials::expectWindows(Outcome& outcome) {
-  const bool isClean = outcome.end.status == 0;
+  const bool isClean = outcome.end && outcome.end->status == 0;
   for (const xcb_window_t window : windows_) {
     const auto isFree = [&] { return !display_.iconic(window) && !display_.hasProperty(window, mark); };
     if (isClean && !display_.waitUntil(isFree)) outcome.failures.push_back("a window is hidden after a clean end: " + display_.describe());

@@ -17,7 +17,7 @@
 namespace tilora::faults {
 
 struct Outcome {
-  harness::ProcessEnd end;
+  std::optional<harness::ProcessEnd> end;
   /// Whether it ended only when it was asked again.
   bool isAskedTwice = false;
   /// Whether a shortcut gave a window its place.

@@ -33,6 +33,22 @@ Property firstItem(xcb_connection_t* xcb, xcb_get_property_cookie_t question) {
   return Property{Reply<xcb_get_property_reply_t>{xcb_get_property_reply(xcb, question, nullptr)}};
 }
 
+/// Whether a window manager holds the window, by the value of its WM_STATE.
+bool isHeld(const Property& state, const Atoms& atoms) {
+  return state.item(atoms.WM_STATE).value_or(XCB_ICCCM_WM_STATE_WITHDRAWN) != XCB_ICCCM_WM_STATE_WITHDRAWN;
+}
+
+/// Asks every few milliseconds, for two seconds at most; whether it came about.
+template <typename Condition>
+bool await(Condition isSo) {
+  constexpr auto interval = std::chrono::milliseconds(5);
+  constexpr auto longest = std::chrono::seconds(2);
+  for (const auto deadline = Clock::now() + longest; Clock::now() < deadline; std::this_thread::sleep_for(interval)) {
+    if (isSo()) return true;
+  }
+  return false;
+}
+
 std::vector<xcb_window_t> markedAmong(Connection& connection, const std::vector<xcb_window_t>& windows) {
   struct Question {
     xcb_window_t window = XCB_WINDOW_NONE;
@@ -53,9 +69,8 @@ std::vector<xcb_window_t> markedAmong(Connection& connection, const std::vector<
   std::vector<xcb_window_t> marked;
   for (const auto& question : questions) {
     const bool isMarked = firstItem(xcb, question.mark).isPresent();
-    const auto state = firstItem(xcb, question.state).items(atoms.WM_STATE);
+    const bool isInUse = isHeld(firstItem(xcb, question.state), atoms);
     const Reply<xcb_get_window_attributes_reply_t> attributes{xcb_get_window_attributes_reply(xcb, question.attributes, nullptr)};
-    const bool isInUse = !state.empty() && state.front() != XCB_ICCCM_WM_STATE_WITHDRAWN;
     const bool isMapped = attributes && attributes->map_state != XCB_MAP_STATE_UNMAPPED;
     if (isMarked && (isInUse || isMapped)) marked.push_back(question.window);
   }
@@ -78,15 +93,20 @@ std::vector<xcb_window_t> markedWindows(Connection& connection) {
 }
 
 bool awaitManagersEnd(Connection& connection) {
-  constexpr auto interval = std::chrono::milliseconds(5);
-  constexpr auto longest = std::chrono::seconds(2);
-  for (const auto deadline = Clock::now() + longest; Clock::now() < deadline; std::this_thread::sleep_for(interval)) {
+  return await([&] {
     const auto question = xcb_get_window_attributes(connection.xcb(), connection.root());
     const Reply<xcb_get_window_attributes_reply_t> root{xcb_get_window_attributes_reply(connection.xcb(), question, nullptr)};
     // Only a manager redirects here, and nobody is told when it stops.
-    if (!root || (root->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) == 0) return true;
-  }
-  return false;
+    return !root || (root->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) == 0;
+  });
+}
+
+bool awaitWithdrawal(const Connection& connection, xcb_window_t window) {
+  const Atoms& atoms = connection.atoms();
+  return await([&] {
+    const auto question = xcb_get_property(connection.xcb(), 0, window, atoms.WM_STATE, atoms.WM_STATE, 0, 1);
+    return !isHeld(firstItem(connection.xcb(), question), atoms);
+  });
 }
 
 void showUnmanaged(Connection& connection, xcb_window_t window) {

@@ -120,6 +120,11 @@ std::filesystem::path TemporaryDirectory::write(const std::filesystem::path& rel
   return file;
 }
 
+std::string describe(const std::optional<ProcessEnd>& end) {
+  if (!end) return "it runs on";
+  return end->signal ? "signal " + std::to_string(*end->signal) : "status " + std::to_string(end->status.value_or(0));
+}
+
 ManagedProcess::ManagedProcess(ProcessOptions options) : log_(options.log) {
   std::string program = programPath(options.arguments.at(0), options.environment);
   std::vector<std::string> variables;

@@ -82,6 +82,9 @@ struct ProcessEnd {
   bool operator==(const ProcessEnd&) const = default;
 };
 
+/// "signal 11", "status 1"; "it runs on" for none.
+std::string describe(const std::optional<ProcessEnd>& end);
+
 /// A child process in a process group of its own. The destructor ends it and what it started; it also ends when the test program does.
 class ManagedProcess {
  public:

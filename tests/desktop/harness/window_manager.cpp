@@ -55,8 +55,6 @@ void writeSettings(const TemporaryDirectory& home, bool compositing) {
   home.write("config/glib-2.0/settings/keyfile", "[org/gnome/metacity]\ncompositor='" + std::string(compositing ? "xrender" : "none") +
                                                      "'\n[org/mate/marco/general]\ncompositing-manager=" + on +
                                                      "\n[org/gnome/desktop/interface]\nenable-animations=false\n");
-  // Without a wallpaper program it would say so in a window of its own.
-  home.write(".fluxbox/overlay", "background: none\n");
   home.write("config/openbox/rc.xml", openboxSettings());
   home.write(".icewm/preferences", "ShowTaskBar=0\n");
   home.write(".icewm/startup", "");
@@ -107,7 +105,8 @@ WindowManager::WindowManager(WindowManagerKind kind, Session& session, Display& 
   // One that was killed leaves its check window's number behind, and the next one may be given the same.
   const std::vector<std::uint32_t> before =
       display.windowManagerName().empty() ? std::vector<std::uint32_t>{} : display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK");
-  process_ = session.start(commandLine(entry, options));
+  // Fluxbox's script for backgrounds (fbsetbg) opens a window when it finds no program that draws one.
+  process_ = session.start(commandLine(entry, options), {{"wpsetters", "true"}});
   const auto ready = [&] {
     return display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK") != before && !display.windowManagerName().empty() &&
            display.hasProperty(display.root(), "_NET_SUPPORTED");
@@ -121,6 +120,11 @@ WindowManager::WindowManager(WindowManagerKind kind, Session& session, Display& 
   if (!isReady || !manages(display, *process_)) {
     throw std::runtime_error(nameOf(kind) + " does not answer: " + process_->output());
   }
+}
+
+std::string WindowManager::describe() {
+  if (process_->running()) return nameOf(kind_) + " runs";
+  return nameOf(kind_) + " has ended, " + harness::describe(process_->waitForEnd()) + ": " + process_->output();
 }
 
 WindowManager::~WindowManager() {

@@ -41,6 +41,8 @@ class WindowManager {
 
   WindowManagerKind kind() const { return kind_; }
   ManagedProcess& process() { return *process_; }
+  /// Its name, and whether it runs or how it ended, with what it said.
+  std::string describe();
 
  private:
   WindowManagerKind kind_;
