@@ -172,6 +172,8 @@ TEST_P(SessionTest, TheWindowsStayTiledWhenAnotherWindowManagerTakesOver) {
   EXPECT_TRUE(isTiled(pair.left.window, Place::left));
   EXPECT_TRUE(isTiled(pair.right.window, Place::right));
   EXPECT_TRUE(isHidden(third.window));
+  // The partner that came back had the focus for a moment.
+  EXPECT_TRUE(isActive(pair.left.window));
   press(Place::full);
   EXPECT_TRUE(isTiled(pair.left.window, Place::full));
 }
