@@ -32,7 +32,8 @@ int main(int argc, char** argv) {
   QObject::connect(&window, &tilora::app::ConsentWindow::answered, &window, [&](bool agrees) {
     status = agrees ? agreed : refused;
     window.hide();
-    QGuiApplication::quit();
+    // To quit would destroy the windows.
+    QGuiApplication::exit();
   });
   window.show();
   window.requestActivate();

@@ -14,7 +14,8 @@ ConsentWindow::ConsentWindow(QQmlEngine& engine, const QStringList& missing) : Q
   if (rootObject() == nullptr) return;
   setMinimumSize(size());
   setMaximumSize(size());
-  connect(rootObject(), SIGNAL(answered(bool)), this, SIGNAL(answered(bool)));
+  // A second key may wait behind the first.
+  connect(rootObject(), SIGNAL(answered(bool)), this, SIGNAL(answered(bool)), Qt::SingleShotConnection);
 }
 
 }  // namespace tilora::app

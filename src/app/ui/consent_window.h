@@ -15,7 +15,7 @@ class ConsentWindow : public QQuickView {
   ConsentWindow(QQmlEngine& engine, const QStringList& missing);
 
  Q_SIGNALS:
-  /// The user's answer; a dialog that is closed in another way has none.
+  /// The user's first answer; a dialog that is closed in another way has none.
   void answered(bool agreed);
 };
 

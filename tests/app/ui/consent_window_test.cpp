@@ -61,23 +61,32 @@ TEST_F(ConsentDialog, HasTheDesignOfTheSettings) {
 TEST_F(ConsentDialog, ReturnStartsAndEscapeDoesNot) {
   open();
   key(Qt::Key_Return);
+  open();
   key(Qt::Key_Escape);
   EXPECT_THAT(answers, testing::ElementsAre(true, false));
+}
+
+TEST_F(ConsentDialog, OnlyTheFirstAnswerCounts) {
+  open();
+  key(Qt::Key_Escape);
+  key(Qt::Key_Return);
+  EXPECT_THAT(answers, testing::ElementsAre(false));
 }
 
 TEST_F(ConsentDialog, AButtonThatTheKeyboardIsOnIsPressed) {
   open();
   key(Qt::Key_Tab);
   key(Qt::Key_Return);
+  open();
+  key(Qt::Key_Tab);
   key(Qt::Key_Tab);
   key(Qt::Key_Space);
   EXPECT_THAT(answers, testing::ElementsAre(false, true));
 }
 
 TEST_F(ConsentDialog, AClickAnswers) {
-  const QQuickItem& view = open();
-  InterfaceSession::click(find(view, "refuse"));
-  InterfaceSession::click(find(view, "start"));
+  InterfaceSession::click(find(open(), "refuse"));
+  InterfaceSession::click(find(open(), "start"));
   EXPECT_THAT(answers, testing::ElementsAre(false, true));
 }
 
