@@ -1,5 +1,6 @@
 // tilora-faults: makes each call of the program that can fail do so once, one life of the program after the other, and says what came of
 // it.
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
@@ -52,7 +53,12 @@ class Sweep {
   }
   bool hasEnough() const { return failures_ >= enoughFailures; }
 
-  /// True: nothing failed, and something was tried.
+  /// Whether something was made to fail.
+  bool hasFault() const {
+    return std::ranges::any_of(tallies_, [](const auto& entry) { return entry.first != noFault; });
+  }
+
+  /// True: something was made to fail, and nothing came of it that must not.
   bool conclude() const {
     std::cout << name_ << ":\n";
     for (const auto& [what, tally] : tallies_) {
@@ -61,7 +67,8 @@ class Sweep {
       std::cout << "\n";
     }
     std::cout << "  failures: " << failures_ << std::endl;
-    return failures_ == 0 && !tallies_.empty();
+    if (!hasFault()) std::cout << "FAILURE: no call was made to fail" << std::endl;
+    return failures_ == 0 && hasFault();
   }
 
  private:
@@ -75,8 +82,8 @@ class Sweep {
   int failures_ = 0;
 };
 
-/// The calls that were made to fail, each on a line.
-std::string linesOf(const std::filesystem::path& log) {
+/// The first call that was made to fail; empty: none was.
+std::string firstIn(const std::filesystem::path& log) {
   std::ifstream stream(log);
   std::string line;
   std::getline(stream, line);
@@ -90,7 +97,7 @@ bool sweepCalls(Trials& trials, int every) {
     std::filesystem::remove(log);
     const Outcome outcome = trials.run(
         {{"LD_PRELOAD", TILORA_FAILING_CALLS}, {"TILORA_FAULT_NUMBER", std::to_string(number)}, {"TILORA_FAULT_LOG", log.string()}});
-    const std::string call = linesOf(log);
+    const std::string call = firstIn(log);
     sweep.count(call.empty() ? noFault : call, "call " + std::to_string(number), outcome);
     if (call.empty()) break;
   }
@@ -99,11 +106,21 @@ bool sweepCalls(Trials& trials, int every) {
 
 bool sweepKinds(Trials& trials) {
   Sweep sweep("calls to the system, all of a kind failing");
+  const auto log = trials.session().home().path() / "faults.log";
   for (const char* kind : {"open-to-write", "open-to-read", "write", "read", "fsync", "ftruncate", "fchmod", "flock", "rename", "stat",
                            "lstat", "readlink", "pthread_create", "fcntl", "poll"}) {
-    sweep.count(kind, kind, trials.run({{"LD_PRELOAD", TILORA_FAILING_CALLS}, {"TILORA_FAULT_KIND", kind}}));
+    std::filesystem::remove(log);
+    Outcome outcome = trials.run({{"LD_PRELOAD", TILORA_FAILING_CALLS}, {"TILORA_FAULT_KIND", kind}, {"TILORA_FAULT_LOG", log.string()}});
+    if (firstIn(log) != kind) outcome.failures.emplace_back("no such call was made");
+    sweep.count(kind, kind, outcome);
   }
   return sweep.conclude();
+}
+
+/// A connection that is cut ends the program, and well only where that was its end anyway.
+bool endsAsAfterACut(const Outcome& outcome) {
+  if (!outcome.end || outcome.isAskedTwice) return false;
+  return outcome.end->status == 1 || (outcome.end->status == 0 && outcome.tiled && outcome.placeIsStored);
 }
 
 bool sweepServer(Trials& trials, ProxyFault::Kind kind, const std::string& name, int every) {
@@ -111,7 +128,12 @@ bool sweepServer(Trials& trials, ProxyFault::Kind kind, const std::string& name,
   for (int number = 1; number < mostCalls && !sweep.hasEnough(); number += every) {
     const XProxy proxy(trials.display(), {.kind = kind, .number = number});
     Outcome outcome = trials.run({{"DISPLAY", proxy.display()}});
-    for (int repeat = 0; repeat < mostRepeats && !proxy.fired() && !outcome.tiled; ++repeat) outcome = trials.run({});
+    for (int repeat = 0; repeat < mostRepeats && !proxy.fired() && !outcome.tiled && outcome.failures.empty(); ++repeat) {
+      outcome = trials.run({});
+    }
+    if (kind == ProxyFault::Kind::cut && proxy.fired() && !endsAsAfterACut(outcome)) {
+      outcome.failures.push_back("it does not end with the connection: " + harness::describe(outcome.end));
+    }
     sweep.count(proxy.fired() ? "request " + std::to_string(proxy.opcode()) : std::string(noFault), "number " + std::to_string(number),
                 outcome);
     if (!proxy.fired()) break;
