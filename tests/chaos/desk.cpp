@@ -265,7 +265,10 @@ void Desk::expectNoUnexpectedErrors() {
   const auto isOfAnother = [&] { return traffic.connection != tiloraConnection_; };
   // The errors come before the end; that the server does not always tell.
   awaitTold([&] { return runs || traffic.ended || isOfAnother(); });
-  if (isOfAnother()) return;
+  if (isOfAnother()) {
+    ++counts_.xErrorsUntold;
+    return;
+  }
   const auto& errors = traffic.errors;
   for (; errorsSeen_ < errors.size(); ++errorsSeen_) {
     const harness::WireError& error = errors[errorsSeen_];

@@ -36,6 +36,14 @@ TEST(DocumentTest, AScriptIsWeighedByHowOftenItsKeyIsPressed) {
               HasSubstr("Tilora takes less processor time than the wmctrl script from 6.0 key presses a minute on, and more below that."));
 }
 
+TEST(DocumentTest, FewerPressesThanElsewhereAreNamed) {
+  const auto pressed = [](const std::string& program, std::size_t times) {
+    return Entry{1, program, 4, "move last", std::vector<double>(times, 1), {}};
+  };
+  const std::string text = documentOf({pressed("dwm", 20), pressed("i3", 6), pressed("awesome", 21)});
+  EXPECT_THAT(text, AllOf(HasSubstr("- i3, 4 windows, move: only 6 presses count.\n"), Not(HasSubstr("- dwm, 4 windows, move: only"))));
+}
+
 TEST(DocumentTest, WhatFailedIsNamedWithItsReason) {
   const std::string text = documentOf({moved("i3", 3), {2, "dwm", 4, "move last", {}, "the keys have no effect"}});
   EXPECT_THAT(text, HasSubstr("- dwm, 4 windows: the keys have no effect. Without: move last (2).\n"));
