@@ -83,7 +83,7 @@ chaos-sanitized:
 	@$(INSTALL) build test desktops
 	@cmake --preset sanitize
 	@cmake --build --preset sanitize --target tilora-chaos
-	@timeout $$(($(CHAOS_SECONDS) + 30)) build/sanitize/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
+	@timeout --foreground $$(($(CHAOS_SECONDS) + 30)) build/sanitize/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
 
 ## Makes each call of the program that can fail do so once; takes half an hour.
 .PHONY: faults
@@ -193,6 +193,7 @@ bench-latency:
 ## What a release has to pass besides .ci/run, since it takes hours or root's rights.
 release-check:
 	@$(MAKE) test-desktops
+	@$(MAKE) check-macos-whole
 	@$(MAKE) check-macos-faults
 	@$(MAKE) fuzz FUZZ_SECONDS=$(or $(RELEASE_FUZZ_SECONDS),3600)
 	@$(MAKE) check-instructions

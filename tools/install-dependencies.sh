@@ -22,7 +22,8 @@ debian_packages() {
     test) debian_packages run; echo qml6-module-qttest qml6-module-qtquick-window xserver-xorg-core xserver-xorg-video-dummy trayer xfce4-panel xfwm4 icewm marco mate-settings-daemon-common mate-desktop-common metacity ;;
     desktops) debian_packages test; echo fluxbox jwm kwin-x11 mutter ;;
     bench) debian_packages desktops; echo libbenchmark-dev valgrind i3-wm bspwm sxhkd herbstluftwm dwm awesome wmctrl xdotool gnuplot-nox ;;
-    check) echo clang clang-format clang-tidy ;;
+    # The run-time libraries of the sanitizers and of libFuzzer are only recommended by clang.
+    check) echo clang libclang-rt-dev clang-format clang-tidy ;;
     package) echo dpkg-dev file gzip ;;
     check-package) echo debootstrap util-linux ;;
     # The macOS desktop is compiled and linked here as well: a compiler, a linker and a C++ library for it, and any C library's headers.
