@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -73,6 +74,8 @@ class Storm {
   Counts& counts_;
   bool killsTilora_;
   std::deque<std::string> trace_;
+  /// Windows that were asked to close. Another application may be given their numbers while a slow window manager still has the request.
+  std::set<xcb_window_t> askedToClose_;
   int named_ = 0;
 };
 
