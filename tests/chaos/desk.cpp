@@ -29,7 +29,7 @@ constexpr std::uint32_t virtualDesktops = 3;
 /// What it says at each start: the check for updates is not due.
 constexpr const char* expectedOutput = "Releasewatch: backed off";
 /// What Tilora says when the X server has gone, the first in Qt's words.
-constexpr std::array<const char*, 2> saidWithoutAServer = {"The X11 connection broke", "tilora: there is no X server"};
+constexpr std::array saidWithoutAServer = {"The X11 connection broke", "X connection to ", "tilora: there is no X server"};
 constexpr std::string_view errorOfTheServer = "(EE) ";
 constexpr const char* instanceSelection = "_TILORA_INSTANCE";
 

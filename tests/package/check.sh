@@ -21,8 +21,8 @@ enter() {
 
 # bare_archive SUITE: an archive of the smallest installation that can install packages.
 bare_archive() {
-  archive=$folder/$1.tar
-  [ -f "$archive" ] && return
+  bare=$folder/$1.tar
+  [ -f "$bare" ] && return
   case $1 in
     bookworm) mirror=http://deb.debian.org/debian components=main script=bookworm ;;
     # Where debootstrap is older than the suite, the script of its ancestor does; universe has Qt.
@@ -35,8 +35,8 @@ bare_archive() {
   [ "$1" != noble ] || [ -f /usr/share/keyrings/ubuntu-archive-keyring.gpg ] || unchecked=--no-check-gpg
   # shellcheck disable=SC2086
   debootstrap --variant=minbase --components="$components" $unchecked "$1" "$folder/$1.new" "$mirror" "$script"
-  tar -C "$folder/$1.new" --one-file-system -cf "$archive.part" .
-  mv "$archive.part" "$archive"
+  tar -C "$folder/$1.new" --one-file-system -cf "$bare.part" .
+  mv "$bare.part" "$bare"
   rm -rf --one-file-system "$folder/$1.new"
 }
 
