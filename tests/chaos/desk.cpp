@@ -28,7 +28,7 @@ constexpr auto longestStart = std::chrono::seconds(30);
 constexpr std::uint32_t virtualDesktops = 3;
 /// What it says at each start: the check for updates is not due.
 constexpr const char* expectedOutput = "Releasewatch: backed off";
-/// What Tilora says when the X server has gone, the first in Qt's words.
+/// What Tilora says when the X server has gone, the first two in the words of Qt and of Xlib.
 constexpr std::array saidWithoutAServer = {"The X11 connection broke", "X connection to ", "tilora: there is no X server"};
 constexpr std::string_view errorOfTheServer = "(EE) ";
 constexpr const char* instanceSelection = "_TILORA_INSTANCE";
