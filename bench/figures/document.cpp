@@ -207,11 +207,9 @@ std::string disturbedPresses(const Record& record) {
     }
   }
   std::ostringstream text;
-  text << counted << " presses count; " << disturbed
-       << " were left out, and others made for them, since the host of this virtual machine had "
-       << "given more than\nten milliseconds of its processors to others in the half second around them. Where that was of no avail, the "
-          "end of "
-       << "this document says so.\n\n";
+  text << counted << " presses count; " << disturbed << " were left out, and others made for them, since the host of this virtual machine"
+       << " had given more than\nten milliseconds of its processors to others in the half second around them. Where that was of no avail,"
+       << " the end of this document says so.\n\n";
   return text.str();
 }
 

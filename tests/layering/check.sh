@@ -1,6 +1,7 @@
 #!/bin/sh
 # Checks which folder of a source tree includes what: app → controller → {tiling, windows, shortcuts} → platform headers; tiling may use
-# windows, and app/ui the controller and shortcuts. Usage: check.sh SOURCE_FOLDER    Status 1 after one line for each include or condition that breaks the order.
+# windows, and app/ui the controller and shortcuts.
+# Usage: check.sh SOURCE_FOLDER    Status 1 after one line for each include or condition that breaks the order.
 set -eu
 
 cd "${1:?usage: check.sh SOURCE_FOLDER}"
@@ -28,7 +29,7 @@ awk '
               "ServiceManagement|objc|unistd\\.h|sys/|windows\\.h)"
   }
   # The programs know everybody: they connect the parts.
-  FNR == 1 { folder = folderOf(FILENAME); isProgram = folder == "app" || folder == "app/macos"; system_ = folder ~ /\/./ && folder != "platform/simulated" }
+  FNR == 1 { folder = folderOf(FILENAME); isProgram = folder ~ /^app(\/macos)?$/; system_ = folder ~ /\/./ && folder != "platform/simulated" }
   /^[ \t]*#[ \t]*(include|import)[ \t]*"/ && !isProgram {
     split($0, parts, "\"")
     used = folderOf(parts[2])

@@ -38,6 +38,13 @@ bool isHeld(const Property& state, const Atoms& atoms) {
   return state.item(atoms.WM_STATE).value_or(XCB_ICCCM_WM_STATE_WITHDRAWN) != XCB_ICCCM_WM_STATE_WITHDRAWN;
 }
 
+/// Whether there is a window manager. Only one redirects on the root window, and nobody is told when it stops.
+bool hasManager(const Connection& connection) {
+  const auto question = xcb_get_window_attributes(connection.xcb(), connection.root());
+  const Reply<xcb_get_window_attributes_reply_t> root{xcb_get_window_attributes_reply(connection.xcb(), question, nullptr)};
+  return root && (root->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) != 0;
+}
+
 /// Asks every few milliseconds, for two seconds at most; whether it came about.
 template <typename Condition>
 bool await(Condition isSo) {
@@ -93,19 +100,14 @@ std::vector<xcb_window_t> markedWindows(Connection& connection) {
 }
 
 bool awaitManagersEnd(Connection& connection) {
-  return await([&] {
-    const auto question = xcb_get_window_attributes(connection.xcb(), connection.root());
-    const Reply<xcb_get_window_attributes_reply_t> root{xcb_get_window_attributes_reply(connection.xcb(), question, nullptr)};
-    // Only a manager redirects here, and nobody is told when it stops.
-    return !root || (root->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) == 0;
-  });
+  return await([&] { return !hasManager(connection); });
 }
 
 bool awaitWithdrawal(const Connection& connection, xcb_window_t window) {
   const Atoms& atoms = connection.atoms();
   return await([&] {
     const auto question = xcb_get_property(connection.xcb(), 0, window, atoms.WM_STATE, atoms.WM_STATE, 0, 1);
-    return !isHeld(firstItem(connection.xcb(), question), atoms);
+    return !isHeld(firstItem(connection.xcb(), question), atoms) || !hasManager(connection);
   });
 }
 
