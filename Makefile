@@ -77,13 +77,13 @@ chaos:
 	@cmake --build --preset release --target tilora-chaos
 	@$(BUILD)/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
 
-## The same over the sanitizer build: ends within CHAOS_SECONDS and half a minute more, or fails.
+## The same over the sanitizer build: ends within CHAOS_SECONDS and two minutes more, or fails.
 .PHONY: chaos-sanitized
 chaos-sanitized:
 	@$(INSTALL) build test desktops
 	@cmake --preset sanitize
 	@cmake --build --preset sanitize --target tilora-chaos
-	@timeout --foreground $$(($(CHAOS_SECONDS) + 30)) build/sanitize/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
+	@timeout --foreground $$(($(CHAOS_SECONDS) + 120)) build/sanitize/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
 
 ## Makes each call of the program that can fail do so once; takes half an hour.
 .PHONY: faults

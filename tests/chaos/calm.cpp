@@ -22,6 +22,8 @@ constexpr auto patience = std::chrono::seconds(10);
 constexpr auto longestStandstill = std::chrono::seconds(30);
 constexpr int mostAttempts = 5;
 constexpr int mostMappings = 3;
+/// How often in one calm a window manager may end by itself before another one takes its place.
+constexpr int mostRevivals = 3;
 /// More windows lost after one storm tell nothing new.
 constexpr int enoughLost = 3;
 /// With what Tilora marks a window that it has hidden.
@@ -47,6 +49,7 @@ bool isShown(harness::Display& display, xcb_window_t window) {
 }  // namespace
 
 void Calm::inspect(bool endsTilora) {
+  revivals_ = 0;
   letGo();
   desk_.expectTiloraRuns();
   desk_.startTilora();
@@ -100,12 +103,13 @@ void Calm::cureLies() {
   display.sync();
 }
 
-/// Starts the window manager if it has ended by itself, without what it may have died of; another one if that does not help.
+/// Starts the window manager if it has ended by itself, without what it may have died of; another one if that does not help, or not for
+/// long.
 void Calm::reviveWindowManager() {
   if (desk_.managerRuns()) return;
   cureLies();
   desk_.ensureWindowManager();
-  if (!desk_.managerRuns()) takeAnotherWindowManager();
+  if (!desk_.managerRuns() || ++revivals_ > mostRevivals) takeAnotherWindowManager();
 }
 
 /// There are desktops of which one dies whenever it starts: Mutter for example, when it does not know the mode of a monitor.
@@ -226,7 +230,8 @@ void Calm::mapDropped() {
 bool Calm::comesBack(const Population::Reference& reference) {
   harness::Display& display = desk_.display();
   const xcb_window_t window = reference.window->id;
-  if (!display.waitUntil([&] { return isListed(display, window); }, patience)) {
+  const auto isSettled = [&] { return isListed(display, window) || !desk_.managerRuns(); };
+  if (!display.waitUntil(isSettled, patience) || !isListed(display, window)) {
     // JWM shows some windows without managing them.
     const auto area = display.clientArea(window);
     const bool isSeen = area && display.viewable(window) && display.rootGeometry().overlaps(*area);
@@ -242,6 +247,7 @@ bool Calm::comesBack(const Population::Reference& reference) {
   for (int attempt = 0; attempt < mostAttempts; ++attempt) {
     display.activate(window);
     if (display.waitUntil([&] { return isShown(display, window); }, patience / mostAttempts)) return true;
+    if (!desk_.managerRuns()) return false;
   }
   return false;
 }

@@ -57,6 +57,8 @@ class Calm {
   int keepers_ = 0;
   /// How often the window manager had changed by the last inspection.
   int managerChanges_ = 0;
+  /// How often in this calm a window manager was started that had ended by itself.
+  int revivals_ = 0;
   /// The life of Tilora that has seen the whole storm before this calm, if it still lasts; a younger one has yet to use what it needs.
   int stormyLife_;
   /// What the Tilora of that life held after its first storm.

@@ -102,6 +102,10 @@ WindowManager::WindowManager(WindowManagerKind kind, Session& session, Display& 
   const Recipe& entry = recipe(kind);
   writeSettings(session.home(), options.compositing);
   if (entry.bus) session.startBus();
+  // A pager owns how the desktops are laid out, and there is none. KWin writes it too and leaves it behind, and Metacity and its relatives
+  // end when they have more desktops than that and show one of the others.
+  xcb_delete_property(display.xcb(), display.root(), display.atom("_NET_DESKTOP_LAYOUT"));
+  display.sync();
   // One that was killed leaves its check window's number behind, and the next one may be given the same.
   const std::vector<std::uint32_t> before =
       display.windowManagerName().empty() ? std::vector<std::uint32_t>{} : display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK");
