@@ -2,6 +2,8 @@
 #include "app/message_box_alert.h"
 
 #include <QPushButton>
+#include <QTimer>
+#include <chrono>
 #include <utility>
 
 namespace tilora::app {
@@ -32,8 +34,10 @@ void MessageBoxAlert::show(const updater::UpdateAlert& alert, std::function<void
   QObject::connect(box_.get(), &QMessageBox::finished, box_.get(), [this, done = std::move(done)] {
     const bool isFirst = box_->clickedButton() == box_->defaultButton();
     const auto then = done;
-    // This runs in a signal of the box; its connections, and `done` with them, go with it.
-    box_.release()->deleteLater();
+    // This runs in a signal of the box. A window manager may still look at windows that the key which ended it made Qt announce.
+    closed_ = std::move(box_);
+    QObject::disconnect(closed_.get(), &QMessageBox::finished, nullptr, nullptr);
+    QTimer::singleShot(std::chrono::seconds(1), closed_.get(), [this] { closed_.release()->deleteLater(); });
     then(isFirst ? updater::AlertAnswer::firstButton : updater::AlertAnswer::secondButton);
   });
   comes_();

@@ -106,7 +106,8 @@ TEST_F(ShownAlert, ReleasesWhatItWasGivenWhenItEnds) {
   EXPECT_TRUE(isHeld());
   box.close();
   EXPECT_TRUE(QTest::qWaitFor([&] { return !isHeld(); }));
-  EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+  EXPECT_FALSE(box.isVisible());
+  EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::topLevelWidgets().isEmpty(); }));
 }
 
 TEST_F(ShownAlert, SaysThatItComesWhileNothingIsShownYet) {

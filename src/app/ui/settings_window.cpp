@@ -8,7 +8,7 @@
 namespace tilora::app {
 
 SettingsWindow::SettingsWindow(QQmlEngine& engine, SettingsViewModel& settings, MenuViewModel& menu, KeyFilter filter)
-    : QQuickView(&engine, nullptr), settings_(settings), filter_(std::move(filter)) {
+    : DismissibleView(engine), settings_(settings), filter_(std::move(filter)) {
   setTitle(QStringLiteral("Tilora Settings"));
   setInitialProperties({{QStringLiteral("settings"), QVariant::fromValue(&settings)},
                         {QStringLiteral("menu"), QVariant::fromValue(&menu)},
@@ -17,7 +17,7 @@ SettingsWindow::SettingsWindow(QQmlEngine& engine, SettingsViewModel& settings, 
   if (rootObject() == nullptr) return;
   setMinimumSize(size());
   setMaximumSize(size());
-  connect(rootObject(), SIGNAL(dismissed()), this, SLOT(close()));
+  connect(rootObject(), SIGNAL(dismissed()), this, SLOT(dismiss()));
 }
 
 void SettingsWindow::setOffersMenu(bool offersMenu) {
@@ -36,7 +36,7 @@ bool SettingsWindow::event(QEvent* event) {
     default:
       break;
   }
-  return QQuickView::event(event);
+  return DismissibleView::event(event);
 }
 
 }  // namespace tilora::app

@@ -2,16 +2,16 @@
 #pragma once
 
 #include <QKeyEvent>
-#include <QQuickView>
 #include <functional>
 
+#include "app/ui/dismissible_view.h"
 #include "app/ui/menu_view_model.h"
 #include "app/ui/settings_view_model.h"
 
 namespace tilora::app {
 
 /// An ordinary window of one size. Closing it ends a recording.
-class SettingsWindow : public QQuickView {
+class SettingsWindow : public DismissibleView {
   Q_OBJECT
 
  public:

@@ -77,12 +77,12 @@ void UserInterface::performSettingsCommand() {
 void UserInterface::openAccess() {
   QQmlEngine& qml = engine();
   if (!accessWindow_) {
-    accessWindow_ = std::make_unique<QQuickView>(&qml, nullptr);
+    accessWindow_ = std::make_unique<DismissibleView>(qml);
     accessWindow_->setTitle(QStringLiteral("Tilora Permission"));
     accessWindow_->setInitialProperties(
         {{QStringLiteral("access"), QVariant::fromValue(&access_)}, {QStringLiteral("menu"), QVariant::fromValue(&settingsMenu_)}});
     accessWindow_->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tilora/AccessView.qml")));
-    QObject::connect(accessWindow_->rootObject(), SIGNAL(dismissed()), accessWindow_.get(), SLOT(close()));
+    QObject::connect(accessWindow_->rootObject(), SIGNAL(dismissed()), accessWindow_.get(), SLOT(dismiss()));
     QObject::connect(accessWindow_.get(), &QWindow::visibleChanged, &idle_, [this] { releaseWhenIdle(); });
   }
   access_.refresh();

@@ -13,6 +13,7 @@ using namespace std::chrono_literals;
 constexpr const char* refusal = "Use at least one modifier key and avoid duplicate shortcuts.";
 constexpr quint32 escapeCode = 53;
 constexpr quint32 kCode = 40;
+constexpr quint32 wCode = 13;
 constexpr quint32 leftBracketCode = 33;
 
 class SettingsView : public testing::Test {
@@ -333,6 +334,22 @@ TEST_F(SettingsView, ResetBringsTheDefaultsBack) {
   EXPECT_EQ(text(find(shortcut(0), "binding")), "Option+Shift+[");
   EXPECT_FALSE(find(view, "shortcutError").isVisible());
   EXPECT_EQ(buttonTitle(2), "Change Keys");
+}
+
+TEST_F(SettingsView, ItsCloseKeyHidesItAtOnceAndTheNativeWindowGoesLater) {
+  key(Qt::Key_W, Qt::ControlModifier, wCode);
+  EXPECT_FALSE(window().isVisible());
+  EXPECT_NE(window().handle(), nullptr);
+  EXPECT_TRUE(runUntil([&] { return window().handle() == nullptr; }));
+}
+
+TEST_F(SettingsView, ItStaysWhenItIsOpenedAgainRightAfterwards) {
+  key(Qt::Key_W, Qt::ControlModifier, wCode);
+  session.openSettings();
+  const QDeadlineTimer longerThanItLingers(1500);
+  runUntil([&] { return longerThanItLingers.hasExpired(); });
+  EXPECT_TRUE(window().isVisible());
+  EXPECT_NE(window().handle(), nullptr);
 }
 
 TEST_F(SettingsView, ClosingItWhileRecordingLeavesNothing) {
