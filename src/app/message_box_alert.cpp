@@ -1,13 +1,34 @@
 // The texts are shown as they are, whatever tags they hold.
 #include "app/message_box_alert.h"
 
+#include <QEvent>
 #include <QPushButton>
 #include <QTimer>
+#include <QWindow>
 #include <chrono>
 #include <utility>
 
 namespace tilora::app {
 namespace {
+
+/// Hides the window of a box that has an answer, where Qt would destroy it. From the window manager, a close is the answer.
+class EndWithoutDestruction : public QObject {
+ public:
+  explicit EndWithoutDestruction(QMessageBox& box) : QObject(&box), box_(box) {}
+
+  bool eventFilter(QObject* /*window*/, QEvent* event) override {
+    if (event->type() != QEvent::Close) return false;
+    event->accept();
+    box_.hide();
+    // Last: the box may be gone after that.
+    if (box_.clickedButton() == nullptr && !std::exchange(rejects_, true)) box_.reject();
+    return true;
+  }
+
+ private:
+  QMessageBox& box_;
+  bool rejects_ = false;
+};
 
 QString verbatim(const std::string& text) { return QString::fromStdString(text).toHtmlEscaped(); }
 
@@ -34,7 +55,7 @@ void MessageBoxAlert::show(const updater::UpdateAlert& alert, std::function<void
   QObject::connect(box_.get(), &QMessageBox::finished, box_.get(), [this, done = std::move(done)] {
     const bool isFirst = box_->clickedButton() == box_->defaultButton();
     const auto then = done;
-    // This runs in a signal of the box. A window manager may still look at windows that the key which ended it made Qt announce.
+    // This runs in a signal of the box. A window manager may still look at windows that the key which answered made Qt announce.
     closed_ = std::move(box_);
     QObject::disconnect(closed_.get(), &QMessageBox::finished, nullptr, nullptr);
     QTimer::singleShot(std::chrono::seconds(1), closed_.get(), [this] { closed_.release()->deleteLater(); });
@@ -42,6 +63,7 @@ void MessageBoxAlert::show(const updater::UpdateAlert& alert, std::function<void
   });
   comes_();
   box_->show();
+  if (QWindow* window = box_->windowHandle()) window->installEventFilter(new EndWithoutDestruction(*box_));
   box_->raise();
 }
 

@@ -10,8 +10,10 @@
 #include <QTest>
 #include <QTextDocument>
 #include <QTimer>
+#include <QWindow>
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -108,6 +110,24 @@ TEST_F(ShownAlert, ReleasesWhatItWasGivenWhenItEnds) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return !isHeld(); }));
   EXPECT_FALSE(box.isVisible());
   EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::topLevelWidgets().isEmpty(); }));
+}
+
+TEST_F(ShownAlert, ItsNativeWindowIsHiddenFirstHoweverItEnds) {
+  const std::vector<std::function<void(QMessageBox&)>> ends = {
+      [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); },
+      [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); },
+      [this](QMessageBox& box) { QTest::mouseClick(&button(box, "Download"), Qt::LeftButton); },
+      [](QMessageBox& box) { box.windowHandle()->close(); },
+      [](QMessageBox& box) { box.close(); },
+  };
+  for (const auto& end : ends) {
+    QMessageBox& box = show();
+    end(box);
+    ASSERT_TRUE(answer);
+    answer.reset();
+    EXPECT_FALSE(box.windowHandle()->isVisible());
+    EXPECT_NE(box.windowHandle()->handle(), nullptr);
+  }
 }
 
 TEST_F(ShownAlert, SaysThatItComesWhileNothingIsShownYet) {

@@ -42,6 +42,8 @@ class Desk {
   bool serverRuns() { return server_.process().running(); }
   /// Throws std::runtime_error when the X server has ended: nothing else can be told then.
   void expectServerRuns();
+  /// Whether the X server has ended, or does so within some seconds: one that crashes drops its connections before that.
+  bool serverEnds() { return server_.process().waitForEnd(std::chrono::seconds(5)).has_value(); }
   /// How the X server has ended and what it has said, for a finding.
   std::string describeServer();
   /// Plugs the second monitor in, or out.
@@ -82,6 +84,7 @@ class Desk {
   /// The remembered places by the key of the window; nothing when the settings cannot be decoded.
   std::optional<std::map<std::string, std::string>> storedPlacements() const;
 
+  /// Notes a fault; throws std::runtime_error instead when the X server has ended or is about to, which explains nearly everything.
   void fault(const std::string& what);
 
  private:
@@ -89,6 +92,7 @@ class Desk {
   static constexpr std::uint8_t queryPointer = 38;
 
   void startWindowManager();
+  void note(const std::string& what);
   /// Waits a while for `holds` to answer true, asked whenever the server has told more, which it does when it has something to answer as
   /// well. What it had sent before this call, it has told then.
   void awaitTold(const std::function<bool()>& holds);

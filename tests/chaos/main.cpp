@@ -82,7 +82,7 @@ class Weather {
       }
       desk.endTilora();
     } catch (const std::exception&) {
-      if (desk.serverRuns()) throw;
+      if (!desk.serverEnds()) throw;
       ++counts_.serversFailed;
       std::cout << "the X server has ended by itself: " << desk.describeServer() << std::endl;
       desk.expectTiloraEndedWithTheServer();

@@ -343,6 +343,12 @@ TEST_F(SettingsView, ItsCloseKeyHidesItAtOnceAndTheNativeWindowGoesLater) {
   EXPECT_TRUE(runUntil([&] { return window().handle() == nullptr; }));
 }
 
+TEST_F(SettingsView, WhoeverClosesItTheNativeWindowGoesLater) {
+  EXPECT_TRUE(window().close());
+  EXPECT_FALSE(window().isVisible());
+  EXPECT_NE(window().handle(), nullptr);
+}
+
 TEST_F(SettingsView, ItStaysWhenItIsOpenedAgainRightAfterwards) {
   key(Qt::Key_W, Qt::ControlModifier, wCode);
   session.openSettings();
