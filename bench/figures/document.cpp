@@ -41,6 +41,16 @@ std::string ranked(const Record& record, const std::vector<std::string>& program
   return joined(texts);
 }
 
+/// Whether Tilora on the host is sooner than every program that tiles without it.
+bool isFirst(const Record& record, const std::string& host, int windows) {
+  std::vector<std::string> others(tilers.begin(), tilers.end());
+  others.insert(others.end(), scripts.begin(), scripts.end());
+  const std::string move = measure::move + measure::lastChange;
+  const auto theirs = ranking(record, others, windows, move);
+  const auto ours = ranking(record, {tiloraOn(host)}, windows, move);
+  return !ours.empty() && !theirs.empty() && ours.front().first < theirs.front().first;
+}
+
 /// A sentence on the floor for each number of windows.
 std::string floorSentences(const Record& record) {
   std::string text;
@@ -49,7 +59,10 @@ std::string floorSentences(const Record& record) {
     std::vector<std::string> beyond;
     for (const std::string& host : hosts) {
       const auto ratio = toFloor(record, host, windows, measure::move + measure::lastChange);
-      if (ratio) (*ratio <= closeToFloor ? within : beyond).push_back(host + " (" + number(*ratio, 2) + ")");
+      if (!ratio) continue;
+      const bool isClose = *ratio <= closeToFloor;
+      const std::string rank = !isClose && isFirst(record, host, windows) ? ", before every other program all the same" : "";
+      (isClose ? within : beyond).push_back(host + " (" + number(*ratio, 2) + rank + ")");
     }
     if (within.empty() && beyond.empty()) continue;
     text += "- A move with " + std::to_string(windows) + " windows, beside the floor: ";
