@@ -60,9 +60,9 @@ std::string floorSentences(const Record& record) {
     for (const std::string& host : hosts) {
       const auto ratio = toFloor(record, host, windows, measure::move + measure::lastChange);
       if (!ratio) continue;
-      const bool isClose = *ratio <= closeToFloor;
-      const std::string rank = !isClose && isFirst(record, host, windows) ? ", before every other program all the same" : "";
-      (isClose ? within : beyond).push_back(host + " (" + number(*ratio, 2) + rank + ")");
+      std::string& entry = (*ratio <= closeToFloor ? within : beyond).emplace_back(host + " (" + number(*ratio, 2));
+      if (*ratio > closeToFloor && isFirst(record, host, windows)) entry += ", before every other program all the same";
+      entry += ")";
     }
     if (within.empty() && beyond.empty()) continue;
     text += "- A move with " + std::to_string(windows) + " windows, beside the floor: ";
@@ -197,6 +197,7 @@ std::string shortOfPresses(const Record& record) {
       }
     }
     std::vector<double> all;
+    all.reserve(counts.size());
     for (const auto& [where, counted] : counts) all.push_back(counted);
     if (all.empty()) continue;
     const double usual = quantile(all, median);
