@@ -22,6 +22,12 @@ TEST(DocumentTest, ItSaysWhereTiloraIsCloseToTheFloorAndWhereNot) {
               HasSubstr("A move with 4 windows, beside the floor: within 1.3 times of it on jwm (1.20); beyond on kwin (1.50)."));
 }
 
+TEST(DocumentTest, BeyondTheFloorItSaysWhereTiloraIsBeforeEveryOtherProgram) {
+  EXPECT_THAT(documentOf({moved("Tilora on kwin", 1.5), moved("bare client on kwin", 1), moved("Tilora on mutter", 3),
+                          moved("bare client on mutter", 2), moved("dwm", 2), moved("wmctrl script", 9)}),
+              HasSubstr("beyond on kwin (1.50, before every other program all the same) and mutter (1.50)."));
+}
+
 TEST(DocumentTest, TheFastestComesFirst) {
   EXPECT_THAT(documentOf({moved("Tilora on openbox", 2), moved("dwm", 1), moved("i3", 3)}),
               HasSubstr("Milliseconds to the last change of a move with 4 windows: dwm 1.00, Tilora on openbox 2.00 and i3 3.00."));
