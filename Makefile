@@ -91,7 +91,9 @@ faults:
 	@$(INSTALL) build test
 	@cmake --preset release
 	@cmake --build --preset release --target tilora-faults
-	@for sweep in calls kinds errors cuts delays; do $(BUILD)/bin/tilora-faults $$sweep || exit 1; done
+	@for sweep in calls kinds errors cuts; do $(BUILD)/bin/tilora-faults $$sweep || exit 1; done
+	@pids=; for first in 1 2 3 4; do $(BUILD)/bin/tilora-faults delays 4 $$first & pids="$$pids $$!"; done; \
+	  result=0; for pid in $$pids; do wait $$pid || result=1; done; exit $$result
 
 ## The tests under the address and undefined-behaviour sanitizers.
 sanitize:

@@ -90,10 +90,16 @@ std::string firstIn(const std::filesystem::path& log) {
   return line;
 }
 
-bool sweepCalls(Trials& trials, int every) {
+/// Which of the faults that can be made: the number of the first, and how many further on the next one is.
+struct Steps {
+  int every = 1;
+  int first = 1;
+};
+
+bool sweepCalls(Trials& trials, const Steps& steps) {
   Sweep sweep("calls to the system, each failing once");
   const auto log = trials.session().home().path() / "faults.log";
-  for (int number = 1; number < mostCalls && !sweep.hasEnough(); number += every) {
+  for (int number = steps.first; number < mostCalls && !sweep.hasEnough(); number += steps.every) {
     std::filesystem::remove(log);
     const Outcome outcome = trials.run(
         {{"LD_PRELOAD", TILORA_FAILING_CALLS}, {"TILORA_FAULT_NUMBER", std::to_string(number)}, {"TILORA_FAULT_LOG", log.string()}});
@@ -123,9 +129,9 @@ bool endsAsAfterACut(const Outcome& outcome) {
   return outcome.end->status == 1 || (outcome.end->status == 0 && outcome.tiled && outcome.placeIsStored);
 }
 
-bool sweepServer(Trials& trials, ProxyFault::Kind kind, const std::string& name, int every) {
+bool sweepServer(Trials& trials, ProxyFault::Kind kind, const std::string& name, const Steps& steps) {
   Sweep sweep(name);
-  for (int number = 1; number < mostCalls && !sweep.hasEnough(); number += every) {
+  for (int number = steps.first; number < mostCalls && !sweep.hasEnough(); number += steps.every) {
     const XProxy proxy(trials.display(), {.kind = kind, .number = number});
     Outcome outcome = trials.run({{"DISPLAY", proxy.display()}});
     for (int repeat = 0; repeat < mostRepeats && !proxy.fired() && !outcome.tiled && outcome.failures.empty(); ++repeat) {
@@ -141,14 +147,14 @@ bool sweepServer(Trials& trials, ProxyFault::Kind kind, const std::string& name,
   return sweep.conclude();
 }
 
-bool run(const std::string& sweep, int every, const std::string& program) {
+bool run(const std::string& sweep, const Steps& steps, const std::string& program) {
   Trials trials(program);
-  if (sweep == "calls") return sweepCalls(trials, every);
+  if (sweep == "calls") return sweepCalls(trials, steps);
   if (sweep == "kinds") return sweepKinds(trials);
-  if (sweep == "errors") return sweepServer(trials, ProxyFault::Kind::error, "replies of the X server, each an error once", every);
-  if (sweep == "cuts") return sweepServer(trials, ProxyFault::Kind::cut, "connections cut after a request", every);
-  if (sweep == "delays") return sweepServer(trials, ProxyFault::Kind::withhold, "replies of the X server, each withheld once", every);
-  std::cout << "tilora-faults calls|kinds|errors|cuts|delays [EVERY [PROGRAM]]\n";
+  if (sweep == "errors") return sweepServer(trials, ProxyFault::Kind::error, "replies of the X server, each an error once", steps);
+  if (sweep == "cuts") return sweepServer(trials, ProxyFault::Kind::cut, "connections cut after a request", steps);
+  if (sweep == "delays") return sweepServer(trials, ProxyFault::Kind::withhold, "replies of the X server, each withheld once", steps);
+  std::cout << "tilora-faults calls|kinds|errors|cuts|delays [EVERY [FIRST [PROGRAM]]]\n";
   return false;
 }
 
@@ -158,9 +164,10 @@ bool run(const std::string& sweep, int every, const std::string& program) {
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
   try {
-    const int every = arguments.size() > 1 ? std::stoi(arguments[1]) : 1;
-    const std::string program = arguments.size() > 2 ? arguments[2] : TILORA_PROGRAM;
-    return tilora::faults::run(arguments.empty() ? std::string() : arguments[0], every, program) ? EXIT_SUCCESS : EXIT_FAILURE;
+    const tilora::faults::Steps steps = {.every = arguments.size() > 1 ? std::stoi(arguments[1]) : 1,
+                                         .first = arguments.size() > 2 ? std::stoi(arguments[2]) : 1};
+    const std::string program = arguments.size() > 3 ? arguments[3] : TILORA_PROGRAM;
+    return tilora::faults::run(arguments.empty() ? std::string() : arguments[0], steps, program) ? EXIT_SUCCESS : EXIT_FAILURE;
   } catch (const std::exception& failure) {
     std::cout << "FAILURE: " << failure.what() << std::endl;
     return EXIT_FAILURE;
