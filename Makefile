@@ -92,7 +92,7 @@ faults:
 	@cmake --preset release
 	@cmake --build --preset release --target tilora-faults
 	@for sweep in calls kinds; do $(BUILD)/bin/tilora-faults $$sweep || exit 1; done
-	@for sweep in errors cuts delays; do \
+	@failed=; for sweep in errors cuts delays; do \
 	  pids=; for first in 1 2 3 4; do $(BUILD)/bin/tilora-faults $$sweep 4 $$first & pids="$$pids $$!"; done; \
 	  for pid in $$pids; do wait $$pid || failed=$$sweep; done; \
 	done; [ -z "$$failed" ]
