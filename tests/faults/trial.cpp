@@ -20,6 +20,7 @@ constexpr harness::PixelRect wholeScreen = {0, 0, 1600, 900};
 constexpr auto patience = std::chrono::milliseconds(2500);
 constexpr int mostAttempts = 3;
 constexpr auto longestEnd = std::chrono::seconds(5);
+constexpr auto longestOwnEnd = std::chrono::seconds(1);
 constexpr const char* instanceSelection = "_TILORA_INSTANCE";
 constexpr const char* mark = "_TILORA_HIDDEN";
 constexpr const char* settingsFile = "config/tilora/settings.json";
@@ -70,6 +71,8 @@ Outcome Trials::run(const harness::Environment& additions) {
   display_.waitUntil([&] { return display_.selectionOwner(instanceSelection) == XCB_WINDOW_NONE; }, patience);
   harness::ManagedProcess program = session_.start({program_.string()}, additions);
   live(program, outcome);
+  // One whose connection has gone is about to end by itself, and may have put its handlers away by now.
+  if (display_.selectionOwner(instanceSelection) == XCB_WINDOW_NONE) program.waitForEnd(longestOwnEnd);
   program.signal(SIGTERM);
   outcome.end = program.waitForEnd(longestEnd);
   if (!outcome.end) {
