@@ -195,6 +195,36 @@ TEST_P(HiddenWindowTest, ABusyWindowManagerShowsInTheEndWhatTheLastCommandShows)
   EXPECT_TRUE(isActive(pair.right.window));
 }
 
+TEST_P(HiddenWindowTest, AWindowThatIsChosenWhileItIsBeingHiddenComesBackActiveWithItsPartner) {
+  startTilora();
+  const Pair pair = openPair();
+  const App& third = open("third");
+  EXPECT_TRUE(isHidden(pair.left.window));
+  activate(pair.left.window);
+  EXPECT_TRUE(isTiled(pair.right.window, Place::right));
+  EXPECT_TRUE(isHidden(third.window));
+  ASSERT_TRUE(passes(2));
+  tilora->signal(SIGSTOP);
+  display.activate(third.window);
+  EXPECT_TRUE(isActive(third.window));
+  windowManager->process().signal(SIGSTOP);
+  tilora->signal(SIGCONT);
+  EXPECT_TRUE(comesTrue([&] { return isMarked(pair.left.window) && isMarked(pair.right.window); }));
+  // It hides both, and then shows the left one, before Tilora looks again.
+  tilora->signal(SIGSTOP);
+  display.activate(pair.left.window);
+  windowManager->process().signal(SIGCONT);
+  EXPECT_TRUE(isActive(pair.left.window));
+  tilora->signal(SIGCONT);
+  EXPECT_TRUE(isTiled(pair.left.window, Place::left));
+  EXPECT_TRUE(isTiled(pair.right.window, Place::right));
+  EXPECT_TRUE(isHidden(third.window));
+  EXPECT_TRUE(isActive(pair.left.window));
+  press(Place::full);
+  EXPECT_TRUE(isTiled(pair.left.window, Place::full));
+  EXPECT_TRUE(isHidden(pair.right.window));
+}
+
 TEST_P(HiddenWindowTest, AWindowThatABusyWindowManagerHidesLateComesBack) {
   startTilora();
   const Pair pair = hideWhileTheWindowManagerIsBusy();

@@ -36,8 +36,15 @@ void FocusKeeper::hold(const std::vector<ClientWindowRef>& restored, const Windo
   hold_->restored.insert(hold_->restored.end(), restored.begin(), restored.end());
   const auto activates = [&](const ClientWindowRef& window) { return HideWriter::activates(*window, traits); };
   hold_->expectsFocus = traits.restoreFocuses || hold_->anchor == XCB_WINDOW_NONE || std::ranges::any_of(restored, activates);
+  hold_->target = targetOf(*hold_, traits);
   hold_->askedBack = false;
   if (hold_->expectsFocus) holdKeyboard();
+}
+
+xcb_window_t FocusKeeper::targetOf(const Hold& hold, const WindowManagerTraits& traits) {
+  const auto isOther = [&](const ClientWindowRef& window) { return window->id != hold.anchor; };
+  const auto last = std::ranges::find_if(hold.restored.rbegin(), hold.restored.rend(), isOther);
+  return traits.restoreFocuses && last != hold.restored.rend() ? (*last)->id : hold.restored.back()->id;
 }
 
 void FocusKeeper::holdKeyboard() {
@@ -51,25 +58,27 @@ void FocusKeeper::holdKeyboard() {
 void FocusKeeper::giveBack(const WindowManagerTraits& traits) {
   hold_->managerAnswers = traits.answersFrameExtents && model_.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
   hold_->sent = true;
-  if (hold_->expectsFocus && !traits.restoreFocuses) requestActivation(connection_, hold_->restored.back()->id, clock_.now());
+  if (hold_->expectsFocus && !traits.restoreFocuses) requestActivation(connection_, hold_->target, clock_.now());
   if (hold_->managerAnswers) hold_->questionAfterRestores = barrier_.ask();
   startGuard(longestHold);
 }
 
+/// Whether the manager says that it has dealt with the restores.
+bool FocusKeeper::restoresAreDone() const { return hold_->managerAnswers && barrier_.isAnswered(hold_->questionAfterRestores); }
+
 /// Whether the focus may yet move to what was restored: the manager has not dealt with the restores, or cannot be asked.
-bool FocusKeeper::isStillToCome() const {
-  if (!hold_->expectsFocus || hold_->askedBack) return false;
-  return !hold_->managerAnswers || !barrier_.isAnswered(hold_->questionAfterRestores);
-}
+bool FocusKeeper::isStillToCome() const { return hold_->expectsFocus && !hold_->askedBack && !restoresAreDone(); }
 
 bool FocusKeeper::hasArrived(xcb_window_t active) const {
-  if (hold_->expectsFocus) return active == hold_->restored.back()->id;
+  // It may have gone there and on to the anchor, where that is restored as well, before anybody looked.
+  const bool isLast = active == hold_->anchor && hold_->restored.back()->id == active;
+  if (hold_->expectsFocus) return active == hold_->target || (isLast && restoresAreDone());
   return active != XCB_WINDOW_NONE && active != hold_->anchor;
 }
 
 void FocusKeeper::askBack() {
   hold_->askedBack = true;
-  if (hold_->anchor == XCB_WINDOW_NONE) hold_->anchor = hold_->restored.back()->id;
+  if (hold_->anchor == XCB_WINDOW_NONE) hold_->anchor = hold_->target;
   requestActivation(connection_, hold_->anchor, clock_.now());
   hold_->question = barrier_.ask();
   connection_.flush();

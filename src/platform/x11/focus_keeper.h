@@ -40,8 +40,9 @@ class FocusKeeper {
   /// To be called before the requests that bring `restored` back, of which there is at least one. Holds the keyboard where they move the
   /// focus.
   void hold(const std::vector<ClientWindowRef>& restored, const WindowManagerTraits& traits);
-  /// To be called after those requests. Once the focus has arrived at the last of those restored it is given back to the window that had
-  /// it; where there is none, it stays: some managers ignore a request for the focus while they have not noticed that it was moved.
+  /// To be called after those requests. Once the focus has arrived at the last of those restored that had not got it, it is given back to
+  /// the window that had it; where there is none, it stays: some managers ignore a request for the focus while they have not noticed that
+  /// it was moved.
   void giveBack(const WindowManagerTraits& traits);
 
   /// To be called after the model was refreshed. True: the reported window changed.
@@ -53,8 +54,11 @@ class FocusKeeper {
     xcb_window_t anchor = XCB_WINDOW_NONE;
     std::vector<ClientWindowRef> restored;
     bool keyboardIsHeld = false;
-    /// Whether the focus will move to the last of those restored, sooner or later.
+    /// Whether the focus will move to `target`, sooner or later.
     bool expectsFocus = false;
+    /// The last of those restored that takes the focus from the anchor. The anchor is restored as well where the user went back to it
+    /// while it was being hidden: it has the focus from the beginning, which says nothing about the others.
+    xcb_window_t target = XCB_WINDOW_NONE;
     /// Whether the restores are all sent.
     bool sent = false;
     /// Whether the focus was asked back.
@@ -77,7 +81,9 @@ class FocusKeeper {
   /// Whether the window manager undid the user's choice for our request's sake; the choice is repeated then.
   bool undoesChoice(xcb_window_t active);
   bool hasArrived(xcb_window_t active) const;
+  bool restoresAreDone() const;
   bool isStillToCome() const;
+  static xcb_window_t targetOf(const Hold& hold, const WindowManagerTraits& traits);
   void holdKeyboard();
   void askBack();
   void releaseKeyboard();
