@@ -306,11 +306,13 @@ class X11Desktop::Parts {
     });
   }
 
-  /// Looks at every window of which something was asked a moment ago. A new window manager has dealt with all of them.
+  /// Looks at every window of which something was asked a moment ago. A new window manager has dealt with all of them by now; what was
+  /// asked before may have been lost between it and the one before, and says nothing of what the windows refuse.
   void review(bool managerIsNew) {
     bool open = false;
     const auto now = std::chrono::steady_clock::now();
     for (const auto& window : state.model.windows()) {
+      if (managerIsNew) window->refusesHiding = false;
       if (managerIsNew || now - window->frame.sentAt < 2 * reviewTime) state.model.reread(*window);
       if (state.model.isSettled()) state.hides.settle(*window);
       if (state.hides.expire(*window) && HideWriter::isToBeRestored(*window)) state.changes.written(window);
