@@ -272,7 +272,9 @@ bool Calm::comesBackWithAManagerThatWorks(const Population::Reference& reference
 /// one does because this one dies of the desktop whenever it starts.
 bool Calm::isForgottenByItsManager(const Population::Reference& reference) {
   const bool withTilora = desk_.tiloraRuns();
-  if (withTilora) desk_.endTilora();
+  // Not ended: at a clean end Tilora shows windows and may go to other desktops for that, which mends a manager (JWM) that takes a window
+  // for mapped that is not.
+  if (withTilora) desk_.killTilora();
   const bool comesBackWithout = withTilora && comesBack(reference) && desk_.managerRuns();
   if (!comesBackWithout) {
     std::cout << "not brought back by " << desk_.describeManager() << ": " << describe(reference) << std::endl;

@@ -312,10 +312,10 @@ class X11Desktop::Parts {
     bool open = false;
     const auto now = std::chrono::steady_clock::now();
     for (const auto& window : state.model.windows()) {
-      if (managerIsNew) window->refusesHiding = false;
       if (managerIsNew || now - window->frame.sentAt < 2 * reviewTime) state.model.reread(*window);
       if (state.model.isSettled()) state.hides.settle(*window);
       if (state.hides.expire(*window) && HideWriter::isToBeRestored(*window)) state.changes.written(window);
+      if (managerIsNew) window->refusesHiding = false;
       open |= window->iconRequest != IconRequest::none;
     }
     state.applications.settleHiding();
