@@ -40,9 +40,8 @@ class FocusKeeper {
   /// To be called before the requests that bring `restored` back, of which there is at least one. Holds the keyboard where they move the
   /// focus.
   void hold(const std::vector<ClientWindowRef>& restored, const WindowManagerTraits& traits);
-  /// To be called after those requests. Once the focus has arrived at the last of those restored that had not got it, it is given back to
-  /// the window that had it; where there is none, it stays: some managers ignore a request for the focus while they have not noticed that
-  /// it was moved.
+  /// To be called after those requests. Once the focus has arrived where they move it, it is given back to the window that had it; where
+  /// there is none, it stays: some managers ignore a request for the focus while they have not noticed that it was moved.
   void giveBack(const WindowManagerTraits& traits);
 
   /// To be called after the model was refreshed. True: the reported window changed.
@@ -56,8 +55,9 @@ class FocusKeeper {
     bool keyboardIsHeld = false;
     /// Whether the focus will move to `target`, sooner or later.
     bool expectsFocus = false;
-    /// The last of those restored that takes the focus from the anchor. The anchor is restored as well where the user went back to it
-    /// while it was being hidden: it has the focus from the beginning, which says nothing about the others.
+    /// The last of those restored; where each restore moves the focus, the last one beside the anchor if there is one. The anchor is
+    /// restored as well when the user went back to it while it was being hidden: it has the focus from the beginning, which says nothing
+    /// about the others.
     xcb_window_t target = XCB_WINDOW_NONE;
     /// Whether the restores are all sent.
     bool sent = false;
