@@ -12,6 +12,8 @@ constexpr auto longestChange = std::chrono::seconds(1);
 /// So often a restore is asked for before the window counts as iconic by somebody else's wish.
 constexpr int mostRestoreAttempts = 3;
 
+bool isOverdue(const ClientWindow& window, HideWriter::Clock::time_point now) { return now - window.iconRequestedAt >= longestChange; }
+
 }  // namespace
 
 bool HideWriter::isToBeRestored(const ClientWindow& window) {
@@ -47,6 +49,7 @@ void HideWriter::hide(ClientWindow& window, Clock::time_point now) {
   requestIconify(connection_, window.id);
   window.iconRequest = IconRequest::iconify;
   window.iconRequestedAt = now;
+  window.iconifyIsRepeated = false;
 }
 
 void HideWriter::storeMarks(ClientWindow& window) {
@@ -88,8 +91,16 @@ bool HideWriter::settle(ClientWindow& window) {
   return true;
 }
 
+bool HideWriter::repeat(ClientWindow& window, Clock::time_point now) {
+  if (window.iconRequest != IconRequest::iconify || window.states.hidden || !isOverdue(window, now)) return false;
+  if (!window.marks.any() || window.iconifyIsRepeated) return false;
+  hide(window, now);
+  window.iconifyIsRepeated = true;
+  return true;
+}
+
 bool HideWriter::expire(ClientWindow& window, Clock::time_point now) {
-  if (window.iconRequest == IconRequest::none || now - window.iconRequestedAt < longestChange) return false;
+  if (window.iconRequest == IconRequest::none || !isOverdue(window, now)) return false;
   window.iconifyIsUnseen = false;
   if (window.iconRequest == IconRequest::iconify) {
     window.iconRequest = IconRequest::none;

@@ -311,14 +311,17 @@ class X11Desktop::Parts {
   void review(bool managerIsNew) {
     bool open = false;
     const auto now = std::chrono::steady_clock::now();
+    const auto active = state.activeWindow();
     for (const auto& window : state.model.windows()) {
       if (managerIsNew || now - window->frame.sentAt < 2 * reviewTime) state.model.reread(*window);
       if (state.model.isSettled()) state.hides.settle(*window);
-      if (state.hides.expire(*window) && HideWriter::isToBeRestored(*window)) state.changes.written(window);
+      const bool isAskedAgain = window != active && state.hides.repeat(*window);
+      if (!isAskedAgain && state.hides.expire(*window) && HideWriter::isToBeRestored(*window)) state.changes.written(window);
       if (managerIsNew) window->refusesHiding = false;
       open |= window->iconRequest != IconRequest::none;
     }
     state.applications.settleHiding();
+    connection_.flush();
     if (open) scheduleReview(reviewTime);
   }
 };
