@@ -77,13 +77,16 @@ chaos:
 	@cmake --build --preset release --target tilora-chaos
 	@$(BUILD)/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
 
-## The same over the sanitizer build: ends within CHAOS_SECONDS and two minutes more, or fails.
+## The same over the sanitizer build: ends within CHAOS_SECONDS and two minutes more, or fails. What other programs did wrong is in
+## build/sanitize/chaos-others.log, and is shown when it fails.
 .PHONY: chaos-sanitized
 chaos-sanitized:
 	@$(INSTALL) build test desktops
 	@cmake --preset sanitize
 	@cmake --build --preset sanitize --target tilora-chaos
-	@timeout --foreground $$(($(CHAOS_SECONDS) + 120)) build/sanitize/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED))
+	@others=build/sanitize/chaos-others.log; \
+	timeout --foreground $$(($(CHAOS_SECONDS) + 120)) build/sanitize/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED)) 2> $$others || \
+	{ status=$$?; echo "what other programs did:"; cat $$others; echo "the storms ended with status $$status"; exit $$status; }
 
 ## Makes each call of the program that can fail do so once; takes half an hour.
 .PHONY: faults

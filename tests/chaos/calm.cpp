@@ -277,7 +277,7 @@ bool Calm::isForgottenByItsManager(const Population::Reference& reference) {
   if (withTilora) desk_.killTilora();
   const bool comesBackWithout = withTilora && comesBack(reference) && desk_.managerRuns();
   if (!comesBackWithout) {
-    std::cout << "not brought back by " << desk_.describeManager() << ": " << describe(reference) << std::endl;
+    std::clog << "not brought back by " << desk_.describeManager() << ": " << describe(reference) << std::endl;
     cureLies();
     desk_.restartWindowManager();
     mapDropped();

@@ -142,7 +142,7 @@ void Desk::ensureWindowManager() {
     ++counts_.managersFailed;
     harness::ManagedProcess& process = manager_->process();
     const auto end = process.waitForEnd();
-    std::cout << harness::nameOf(kind_) << " has ended by itself, " << harness::describe(end) << ": " << lastLine(process.output())
+    std::clog << harness::nameOf(kind_) << " has ended by itself, " << harness::describe(end) << ": " << lastLine(process.output())
               << std::endl;
   }
   manager_.reset();
@@ -150,7 +150,7 @@ void Desk::ensureWindowManager() {
     startWindowManager();
   } catch (const std::runtime_error& failure) {
     ++counts_.managersFailed;
-    std::cout << harness::nameOf(kind_) << " does not start: " << lastLine(failure.what()) << std::endl;
+    std::clog << harness::nameOf(kind_) << " does not start: " << lastLine(failure.what()) << std::endl;
   }
 }
 

@@ -1,5 +1,5 @@
 // tilora-chaos: storms over the real program on real desktops. Ends with the counts, and with status 1 when a window is lost or anything
-// else is not as it has to be.
+// else is not as it has to be. What other programs did wrong, which is part of the weather, goes to the error output.
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -84,7 +84,7 @@ class Weather {
     } catch (const std::exception&) {
       if (!desk.serverEnds()) throw;
       ++counts_.serversFailed;
-      std::cout << "the X server has ended by itself: " << desk.describeServer() << std::endl;
+      std::clog << "the X server has ended by itself: " << desk.describeServer() << std::endl;
       desk.expectTiloraEndedWithTheServer();
     }
   }
