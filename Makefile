@@ -86,7 +86,7 @@ chaos-sanitized:
 	@cmake --build --preset sanitize --target tilora-chaos
 	@others=build/sanitize/chaos-others.log; \
 	timeout --foreground $$(($(CHAOS_SECONDS) + 120)) build/sanitize/bin/tilora-chaos --seconds $(CHAOS_SECONDS) $(if $(CHAOS_SEED),--seed $(CHAOS_SEED)) 2> $$others || \
-	{ status=$$?; echo "what other programs did:"; cat $$others; echo "the storms ended with status $$status"; exit $$status; }
+	{ status=$$?; echo "the error output, with what other programs did wrong:"; cat $$others; echo "the storms ended with status $$status"; exit $$status; }
 
 ## Makes each call of the program that can fail do so once; takes half an hour.
 .PHONY: faults

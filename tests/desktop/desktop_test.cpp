@@ -99,6 +99,8 @@ DesktopTest::Pair DesktopTest::openPair() {
 }
 
 void DesktopTest::activate(xcb_window_t window) {
+  // Nobody chooses a window in the very moment in which it goes; who does finds it gone.
+  EXPECT_TRUE(comesTrue([&] { return !isMarked(window) || display.iconic(window); }));
   display.activate(window);
   EXPECT_TRUE(isActive(window));
   EXPECT_TRUE(isShown(window));

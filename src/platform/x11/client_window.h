@@ -152,7 +152,7 @@ struct ClientWindow : std::enable_shared_from_this<ClientWindow> {
   /// What the window's own property holds.
   HideMarks storedMarks;
   IconRequest iconRequest = IconRequest::none;
-  /// It was asked to become iconic, twice, and did not.
+  /// It was asked to become iconic and did not.
   bool refusesHiding = false;
   /// Whether `role` tells it from the other windows of its application and will be the same the next time.
   bool roleIdentifies = false;
@@ -179,8 +179,8 @@ struct ClientWindow : std::enable_shared_from_this<ClientWindow> {
   std::optional<Strut> strut;
 
   std::chrono::steady_clock::time_point iconRequestedAt;
-  /// Whether the request to become iconic is the second one, since the first had no effect.
-  bool iconifyIsRepeated = false;
+  /// Whether the request to become iconic has had no effect for too long once.
+  bool iconifyIsOverdue = false;
   /// Whether a restore was asked for before the window was seen to follow the request to become iconic: that it is not iconic says nothing
   /// then.
   bool iconifyIsUnseen = false;

@@ -49,7 +49,7 @@ void HideWriter::hide(ClientWindow& window, Clock::time_point now) {
   requestIconify(connection_, window.id);
   window.iconRequest = IconRequest::iconify;
   window.iconRequestedAt = now;
-  window.iconifyIsRepeated = false;
+  window.iconifyIsOverdue = false;
 }
 
 void HideWriter::storeMarks(ClientWindow& window) {
@@ -91,12 +91,17 @@ bool HideWriter::settle(ClientWindow& window) {
   return true;
 }
 
-bool HideWriter::repeat(ClientWindow& window, Clock::time_point now) {
+bool HideWriter::waitsLonger(ClientWindow& window, Clock::time_point now) {
   if (window.iconRequest != IconRequest::iconify || window.states.hidden || !isOverdue(window, now)) return false;
-  if (!window.marks.any() || window.iconifyIsRepeated) return false;
-  hide(window, now);
-  window.iconifyIsRepeated = true;
+  if (std::exchange(window.iconifyIsOverdue, true)) return false;
+  window.iconRequestedAt = now;
   return true;
+}
+
+void HideWriter::repeat(ClientWindow& window, Clock::time_point now) {
+  if (window.iconRequest != IconRequest::iconify || window.states.hidden || !window.iconifyIsOverdue || !window.marks.any()) return;
+  requestIconify(connection_, window.id);
+  window.iconRequestedAt = now;
 }
 
 bool HideWriter::expire(ClientWindow& window, Clock::time_point now) {

@@ -37,9 +37,12 @@ class HideWriter {
   void adopt(ClientWindow& window);
   /// The window's iconic state may have changed. True: somebody else brought it back, and its marks are gone.
   bool settle(ClientWindow& window);
-  /// Asks once more for a window to become iconic that has not for too long: a manager may leave that out for a window that is chosen in
-  /// the same moment. False: it was asked twice already, or there is nothing to ask for.
-  bool repeat(ClientWindow& window, Clock::time_point now = Clock::now());
+  /// Whether a request to become iconic has had no effect for too long, for the first time: it is given as long again, in which the manager
+  /// is to be asked whether it has dealt with it. Answers so once for each request.
+  static bool waitsLonger(ClientWindow& window, Clock::time_point now = Clock::now());
+  /// To be called when the manager has dealt with such a request: asks once more if it had no effect. A manager may leave it out for a
+  /// window that is chosen in the same moment.
+  void repeat(ClientWindow& window, Clock::time_point now = Clock::now());
   /// Gives up on a request that had no effect for too long. True: it did.
   bool expire(ClientWindow& window, Clock::time_point now = Clock::now());
   /// Forgets requests that an earlier window manager did not answer.

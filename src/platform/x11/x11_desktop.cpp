@@ -25,6 +25,8 @@ namespace {
 
 /// Answers bring events that make more reads necessary; after so many rounds the rest waits for the next turn.
 constexpr int mostTurns = 16;
+/// Dialogs of dialogs are followed so far.
+constexpr int deepestDialog = 8;
 /// When a request without an effect is looked at again, and when a new window manager is believed.
 constexpr auto reviewTime = std::chrono::milliseconds(1050);
 constexpr auto managerReviewTime = std::chrono::milliseconds(3100);
@@ -103,12 +105,15 @@ class X11Desktop::Parts {
   MainQueue& mainQueue_;
   HelperWindow helper_;
 
-  /// Windows that were shown together, and the question after them.
-  struct Settling {
+  /// Windows of which something is known once the manager has answered.
+  struct Questioned {
     std::vector<ClientWindowRef> windows;
     std::uint64_t question = 0;
   };
-  std::deque<Settling> settling_;
+  /// Windows that were shown together.
+  std::deque<Questioned> settling_;
+  /// Windows that ought to have become iconic by now.
+  std::deque<Questioned> overdue_;
   /// All windows that were shown and have not settled when this was last looked through.
   std::vector<ClientWindowRef> unsettled_;
   bool isTakingKey_ = false;
@@ -117,6 +122,7 @@ class X11Desktop::Parts {
   bool reviewIsDue_ = false;
   bool managerIsNew_ = false;
   std::uint64_t lastFocusSerial_ = 0;
+  ClientWindowRef lastFocused_;
   /// The window that is given the focus back, and what is to be done then.
   struct Awaited {
     xcb_window_t window = XCB_WINDOW_NONE;
@@ -205,12 +211,16 @@ class X11Desktop::Parts {
   }
 
   void apply(const ModelChanges& changes) {
-    if (changes.windowManager) state.barrier.forgetQuestions();
+    if (changes.windowManager) {
+      state.barrier.forgetQuestions();
+      overdue_.clear();
+    }
     managerIsNew_ |= changes.windowManager;
     if (managerIsNew_ && state.model.isReady()) windowManagerTookOver();
     if (changes.windowManager || changes.support) trust.supportChanged();
     settleWindows(changes);
     followShown(changes.shown);
+    repeatWhatWasLeftOut();
     bool screensChanged = false;
     if (std::exchange(screensAreStale_, false) || changes.struts || changes.desktop) screensChanged = state.updateScreens();
     const bool focusChanged = state.focus.update();
@@ -244,12 +254,39 @@ class X11Desktop::Parts {
     }
   }
 
+  /// Whether the manager tells when it has dealt with what it was asked.
+  bool managerAnswers() const {
+    return traitsOf(state.model.facts().windowManagerName).answersFrameExtents &&
+           state.model.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
+  }
+
+  /// Whether the user works in the window, or in a dialog of its.
+  bool isInUse(const ClientWindow& window) const {
+    auto used = state.model.find(state.model.facts().active);
+    // Windows may claim to be each other's parents.
+    for (int depth = 0; used && depth < deepestDialog; ++depth) {
+      if (used.get() == &window) return true;
+      used = used->isTransient() ? state.model.find(used->transientFor) : nullptr;
+    }
+    return false;
+  }
+
+  /// Asks again for windows that are not iconic although the manager has dealt with the request; not for one that would go while the user
+  /// works in it.
+  void repeatWhatWasLeftOut() {
+    for (; !overdue_.empty() && state.barrier.isAnswered(overdue_.front().question); overdue_.pop_front()) {
+      for (const auto& window : overdue_.front().windows) {
+        if (!window->isGone && !isInUse(*window) && !state.isDesktopShown()) state.hides.repeat(*window);
+      }
+      connection_.flush();
+    }
+  }
+
   /// A window that was just shown may have the focus by now, which the manager tells later.
   void followShown(const std::vector<ClientWindowRef>& shown) {
     const auto now = std::chrono::steady_clock::now();
     if (!shown.empty()) {
-      const bool answers = traitsOf(state.model.facts().windowManagerName).answersFrameExtents &&
-                           state.model.facts().supports(connection_.atoms()._NET_REQUEST_FRAME_EXTENTS);
+      const bool answers = managerAnswers();
       for (const auto& window : shown) window->settlesAt = now + (answers ? longestSettling : settlingUnasked);
       unsettled_.insert(unsettled_.end(), shown.begin(), shown.end());
       stampFocus();
@@ -291,6 +328,9 @@ class X11Desktop::Parts {
   void stampFocus() {
     const auto window = state.activeWindow();
     if (!window) return;
+    // If it refused to hide, it was in use.
+    if (lastFocused_) lastFocused_->refusesHiding = false;
+    lastFocused_ = window;
     window->focusSerial = ++lastFocusSerial_;
     window->refusesHiding = false;
     window->settlesAt = {};
@@ -311,17 +351,24 @@ class X11Desktop::Parts {
   void review(bool managerIsNew) {
     bool open = false;
     const auto now = std::chrono::steady_clock::now();
-    const auto active = state.activeWindow();
+    Questioned overdue;
     for (const auto& window : state.model.windows()) {
       if (managerIsNew || now - window->frame.sentAt < 2 * reviewTime) state.model.reread(*window);
       if (state.model.isSettled()) state.hides.settle(*window);
-      const bool isAskedAgain = window != active && state.hides.repeat(*window);
-      if (!isAskedAgain && state.hides.expire(*window) && HideWriter::isToBeRestored(*window)) state.changes.written(window);
+      if (managerAnswers() && HideWriter::waitsLonger(*window, now)) {
+        overdue.windows.push_back(window);
+      } else if (state.hides.expire(*window, now) && HideWriter::isToBeRestored(*window)) {
+        state.changes.written(window);
+      }
       if (managerIsNew) window->refusesHiding = false;
       open |= window->iconRequest != IconRequest::none;
     }
     state.applications.settleHiding();
-    connection_.flush();
+    if (!overdue.windows.empty()) {
+      overdue.question = state.barrier.ask();
+      overdue_.push_back(std::move(overdue));
+      connection_.flush();
+    }
     if (open) scheduleReview(reviewTime);
   }
 };

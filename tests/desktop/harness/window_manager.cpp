@@ -106,7 +106,9 @@ WindowManager::WindowManager(WindowManagerKind kind, Session& session, Display& 
   // end when they have more desktops than that and show one of the others.
   xcb_delete_property(display.xcb(), display.root(), display.atom("_NET_DESKTOP_LAYOUT"));
   display.sync();
-  // One that was killed leaves its check window's number behind, and the next one may be given the same.
+  // One that was killed leaves its check window's number behind, and the next one may be given the same. The server closes the windows of a
+  // process that has ended in its own time.
+  if (!options.replace) display.waitUntil([&] { return display.windowManagerName().empty(); });
   const std::vector<std::uint32_t> before =
       display.windowManagerName().empty() ? std::vector<std::uint32_t>{} : display.cardinals(display.root(), "_NET_SUPPORTING_WM_CHECK");
   // Fluxbox's script for backgrounds (fbsetbg) opens a window when it finds no program that draws one.

@@ -64,19 +64,24 @@ TEST_F(HideWriterTest, AWindowIsMarkedAndAskedOnce) {
 
 TEST_F(HideWriterTest, AWindowThatTakesItsTimeIsNotAskedAgain) {
   ASSERT_EQ(requests(), 1);
-  EXPECT_FALSE(writer.repeat(window, now + notLong));
+  EXPECT_FALSE(HideWriter::waitsLonger(window, now + notLong));
   EXPECT_FALSE(writer.expire(window, now + notLong));
+  EXPECT_TRUE(HideWriter::waitsLonger(window, now + tooLong));
   window.states.hidden = true;
+  writer.repeat(window, now + tooLong);
   EXPECT_FALSE(writer.settle(window));
-  EXPECT_FALSE(writer.repeat(window, now + tooLong));
-  EXPECT_FALSE(writer.expire(window, now + tooLong));
+  writer.repeat(window, now + tooLong);
+  EXPECT_FALSE(HideWriter::waitsLonger(window, now + 2 * tooLong));
+  EXPECT_FALSE(writer.expire(window, now + 2 * tooLong));
   EXPECT_EQ(requests(), 0);
   EXPECT_TRUE(window.marks.window);
 }
 
 TEST_F(HideWriterTest, ARequestThatWasLeftOutIsMadeOnceMore) {
   ASSERT_EQ(requests(), 1);
-  EXPECT_TRUE(writer.repeat(window, now + tooLong));
+  ASSERT_TRUE(HideWriter::waitsLonger(window, now + tooLong));
+  EXPECT_FALSE(HideWriter::waitsLonger(window, now + tooLong));
+  writer.repeat(window, now + tooLong);
   EXPECT_EQ(requests(), 1);
   EXPECT_FALSE(writer.expire(window, now + tooLong + notLong));
   window.states.hidden = true;
@@ -88,9 +93,10 @@ TEST_F(HideWriterTest, ARequestThatWasLeftOutIsMadeOnceMore) {
 }
 
 TEST_F(HideWriterTest, AWindowThatDoesNotHideAtTheSecondRequestEitherRefuses) {
-  ASSERT_TRUE(writer.repeat(window, now + tooLong));
+  ASSERT_TRUE(HideWriter::waitsLonger(window, now + tooLong));
+  writer.repeat(window, now + tooLong);
   ASSERT_EQ(requests(), 2);
-  EXPECT_FALSE(writer.repeat(window, now + 2 * tooLong));
+  EXPECT_FALSE(HideWriter::waitsLonger(window, now + 2 * tooLong));
   EXPECT_TRUE(writer.expire(window, now + 2 * tooLong));
   EXPECT_EQ(requests(), 0);
   EXPECT_TRUE(window.refusesHiding);
@@ -100,7 +106,8 @@ TEST_F(HideWriterTest, AWindowThatDoesNotHideAtTheSecondRequestEitherRefuses) {
 }
 
 TEST_F(HideWriterTest, EachWishToHideAWindowHasItsSecondRequest) {
-  ASSERT_TRUE(writer.repeat(window, now + tooLong));
+  ASSERT_TRUE(HideWriter::waitsLonger(window, now + tooLong));
+  writer.repeat(window, now + tooLong);
   window.states.hidden = true;
   ASSERT_FALSE(writer.settle(window));
   window.states.hidden = false;
@@ -108,15 +115,18 @@ TEST_F(HideWriterTest, EachWishToHideAWindowHasItsSecondRequest) {
   window.marks.window = true;
   writer.hide(window, now + 2 * tooLong);
   ASSERT_EQ(requests(), 3);
-  EXPECT_TRUE(writer.repeat(window, now + 3 * tooLong));
+  EXPECT_TRUE(HideWriter::waitsLonger(window, now + 3 * tooLong));
+  writer.repeat(window, now + 3 * tooLong);
   EXPECT_EQ(requests(), 1);
 }
 
 TEST_F(HideWriterTest, NothingIsAskedForAWindowThatIsToBeSeenAgain) {
+  ASSERT_TRUE(HideWriter::waitsLonger(window, now + tooLong));
   window.marks = {};
-  EXPECT_FALSE(writer.repeat(window, now + tooLong));
-  writer.restore(window, WindowManagerTraits{}, XCB_CURRENT_TIME, now);
-  EXPECT_FALSE(writer.repeat(window, now + tooLong));
+  writer.repeat(window, now + tooLong);
+  writer.restore(window, WindowManagerTraits{}, XCB_CURRENT_TIME, now + tooLong);
+  writer.repeat(window, now + tooLong);
+  EXPECT_FALSE(HideWriter::waitsLonger(window, now + 3 * tooLong));
   EXPECT_EQ(requests(), 1);
 }
 
