@@ -291,6 +291,12 @@ bool Calm::isForgottenByItsManager(const Population::Reference& reference) {
   return comesBack(reference);
 }
 
+/// Whether the window is gone, and not by itself: it was asked to close, or its application has ended.
+bool Calm::hasBeenEnded(const Population::Reference& reference) {
+  if (desk_.display().clientArea(reference.window->id)) return false;
+  return reference.window->wasAskedToClose || !reference.application->client.process().running();
+}
+
 void Calm::expectAllCanBeBroughtBack(const std::string& when) {
   waitForAPass();
   int count = 0;
@@ -300,12 +306,14 @@ void Calm::expectAllCanBeBroughtBack(const std::string& when) {
     if (counts_.lost - lostBefore >= enoughLost) return;
     // So that Tilora hides again what it was made to show.
     if (++count % 3 == 0) waitForAPass();
-    if (comesBack(reference) || comesBackWithAManagerThatWorks(reference)) {
+    bool isBack = comesBack(reference);
+    if (hasBeenEnded(reference)) continue;
+    isBack = isBack || comesBackWithAManagerThatWorks(reference);
+    if (hasBeenEnded(reference)) continue;
+    if (isBack) {
       ++counts_.windowsActivated;
       continue;
     }
-    // Closed after all.
-    if (reference.window->maybeClosed && !desk_.display().clientArea(reference.window->id)) continue;
     const std::string before = describe(reference);
     if (isForgottenByItsManager(reference)) {
       ++counts_.forgotten;
@@ -348,7 +356,7 @@ void Calm::expectCleanEnd() {
   desk_.endTilora();
   for (const auto& reference : hidden) {
     const auto id = reference.window->id;
-    if (display.waitUntil([&] { return isShown(display, id); }, patience)) continue;
+    if (display.waitUntil([&] { return isShown(display, id); }, patience) || hasBeenEnded(reference)) continue;
     desk_.fault("hidden after a clean end: " + describe(reference));
     break;
   }
@@ -363,7 +371,9 @@ std::string Calm::describe(const Population::Reference& reference) {
   const xcb_window_t window = reference.window->id;
   std::ostringstream text;
   text << std::hex << window << std::dec << " " << reference.window->kind << " of " << reference.application->name;
-  if (!display.clientArea(window)) return text.str() + " does not exist";
+  if (!display.clientArea(window)) {
+    return text.str() + " does not exist" + (reference.application->client.process().running() ? ", its application runs" : "");
+  }
   text << (isListed(display, window) ? " listed" : " not listed") << (display.viewable(window) ? " viewable" : " not viewable");
   if (display.outermost(window) == window) text << " without a frame";
   for (const std::string& state : display.atoms(window, "_NET_WM_STATE")) text << " " << state;

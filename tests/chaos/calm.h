@@ -40,6 +40,7 @@ class Calm {
   bool comesBack(const Population::Reference& reference);
   bool comesBackWithAManagerThatWorks(const Population::Reference& reference);
   bool isForgottenByItsManager(const Population::Reference& reference);
+  bool hasBeenEnded(const Population::Reference& reference);
   std::string describe(const Population::Reference& reference);
   /// The windows that Tilora hides on the desktop that is shown.
   std::vector<Population::Reference> hiddenHere();

@@ -149,7 +149,8 @@ void Storm::openIn(Application& application, const std::string& kind, WindowOpti
   if (options.title == WindowOptions{}.title) options.title = application.name + " " + std::to_string(counts_.windowsOpened);
   if (options.className == WindowOptions{}.className) options.instance = options.className = application.name;
   const xcb_window_t id = application.client.open(options);
-  application.windows.push_back({.id = id, .kind = kind, .maybeClosed = askedToClose_.contains(id)});
+  const bool mayClose = askedToClose_.contains(id);
+  application.windows.push_back({.id = id, .kind = kind, .maybeClosed = mayClose, .wasAskedToClose = mayClose});
   desk_.display().watch(id);
   ++counts_.windowsOpened;
   trace_.back() += " " + hexadecimal(id) + " " + kind;
@@ -177,7 +178,7 @@ void Storm::close() {
   if (window == nullptr) return;
   desk_.display().close(window->id);
   askedToClose_.insert(window->id);
-  window->maybeClosed = true;
+  window->maybeClosed = window->wasAskedToClose = true;
 }
 
 void Storm::destroy() {

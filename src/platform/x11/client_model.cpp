@@ -198,6 +198,8 @@ void ClientModel::readRoot(RootField field, const Property& property) {
 }
 
 void ClientModel::readWindowManager(xcb_window_t candidate) {
+  // A manager that ends may take with it what its successor has announced (Mutter does). The known one is there as long as its window is.
+  if (candidate == XCB_WINDOW_NONE && facts_.windowManager != XCB_WINDOW_NONE) return;
   xcb_window_t confirmed = XCB_WINDOW_NONE;
   std::string name;
   if (candidate != XCB_WINDOW_NONE) {

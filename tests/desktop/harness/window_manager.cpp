@@ -123,6 +123,10 @@ WindowManager::WindowManager(WindowManagerKind kind, Session& session, Display& 
   while (!isReady && process_->running() && std::chrono::steady_clock::now() < end) {
     isReady = display.waitUntil(ready, std::chrono::milliseconds(250));
   }
+  // The one that it replaces announces nothing, and manages the windows until it has ended.
+  if (options.replace && !before.empty()) {
+    display.waitUntil([&] { return !display.clientArea(before.front()); }, startDeadline);
+  }
   if (!isReady || !manages(display, *process_)) {
     throw std::runtime_error(nameOf(kind) + " does not answer: " + process_->output());
   }

@@ -120,6 +120,23 @@ TEST_F(ClientModelTest, AWindowManagerThatEndsIsNoLongerThere) {
   EXPECT_TRUE(model.takeChanges().windowManager);
 }
 
+TEST_F(ClientModelTest, AWindowManagerWhosePredecessorTakesTheAnnouncementAwayIsThereUntilItEnds) {
+  const xcb_window_t before = announceManager("first");
+  settle();
+  const xcb_window_t check = announceManager("second");
+  settle();
+  model.takeChanges();
+  xcb_delete_property(bare.display.xcb(), root(), bare.display.atom("_NET_SUPPORTING_WM_CHECK"));
+  xcb_destroy_window(bare.display.xcb(), before);
+  settle();
+  EXPECT_EQ(model.facts().windowManager, check);
+  EXPECT_EQ(model.facts().windowManagerName, "second");
+  EXPECT_FALSE(model.takeChanges().windowManager);
+  xcb_destroy_window(bare.display.xcb(), check);
+  settle();
+  EXPECT_EQ(model.facts().windowManager, xcb_window_t{XCB_WINDOW_NONE});
+}
+
 TEST_F(ClientModelTest, WindowsStayKnownWhileOneManagerReplacesAnother) {
   const xcb_window_t check = announceManager("first");
   const auto window = known();
