@@ -18,7 +18,7 @@ struct Window {
   std::string kind;
   /// Somebody asked it to close, and it may or may not have done so.
   bool maybeClosed = false;
-  /// Somebody asked it to close once, which it may do whenever it comes to that.
+  /// Somebody asked it to close once, which it may do whenever it comes to that, or may have done so with the pointer.
   bool wasAskedToClose = false;
   bool withdrawn = false;
   /// Its application maps it again after it had withdrawn it, which a window manager may miss if it has not noticed the one before.

@@ -253,6 +253,11 @@ void Storm::drag() {
   const Key modifier = chance_.oneIn(2) ? Key::leftAlt : Key::leftSuper;
   if (!byTitle) desk_.keyboard().press(modifier);
   int x = frame->x + frame->width / 2, y = frame->y + (byTitle ? 8 : frame->height / 2);
+  // There may be a button to close there, of any window that is in front.
+  for (const auto& other : population_.windows(true)) {
+    const auto area = desk_.display().frame(other.window->id);
+    if (area && area->overlaps({x, y, 1, 1})) other.window->wasAskedToClose = true;
+  }
   desk_.pointer().moveTo(x, y);
   desk_.pointer().press();
   for (int step = 0; step < 6; ++step) {
