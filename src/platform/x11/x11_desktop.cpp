@@ -351,11 +351,12 @@ class X11Desktop::Parts {
   void review(bool managerIsNew) {
     bool open = false;
     const auto now = std::chrono::steady_clock::now();
+    const bool answers = managerAnswers();
     Questioned overdue;
     for (const auto& window : state.model.windows()) {
       if (managerIsNew || now - window->frame.sentAt < 2 * reviewTime) state.model.reread(*window);
       if (state.model.isSettled()) state.hides.settle(*window);
-      if (managerAnswers() && HideWriter::waitsLonger(*window, now)) {
+      if (answers && HideWriter::waitsLonger(*window, now)) {
         overdue.windows.push_back(window);
       } else if (state.hides.expire(*window, now) && HideWriter::isToBeRestored(*window)) {
         state.changes.written(window);
